@@ -1,0 +1,54 @@
+#!/usr/bin/env bash
+# Installs the Debian packages that are missing; says nothing when there is nothing to do.
+# Usage: setup.sh run|test
+set -euo pipefail
+
+# What building and running the programs takes.
+packages=(
+  build-essential cmake ninja-build pkg-config
+  qt6-base-dev qt6-svg-dev qt6-tools-dev qt6-tools-dev-tools qt6-documentation-tools
+  libgl-dev libvulkan-dev
+  libqt6sql6-sqlite            # the help viewer's index is a database
+  qt6-qpa-plugins qt6-wayland  # windows under X11 and Wayland
+  libcurl4-openssl-dev libcpp-httplib-dev nlohmann-json3-dev
+  fonts-liberation             # the sans font the layout is drawn for
+  fonts-dejavu-core            # what plain sans means to the help viewer
+  curl util-linux              # the launcher: is the service there, locks
+)
+if [ "${1:-run}" = test ]; then
+  packages+=(
+    libgtest-dev libgmock-dev libbenchmark-dev
+    clang-format clang-tidy clang libclang-rt-14-dev
+    xvfb xauth x11-utils openbox wmctrl xdotool xclip imagemagick procps openssl
+    at-spi2-core dbus dbus-x11 dbus-daemon python3 python3-gi gir1.2-atspi-2.0
+    desktop-file-utils appstream file  # what the package is checked with
+  )
+fi
+
+missing=()
+for package in "${packages[@]}"; do
+  state=$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null || true)
+  [ "$state" = installed ] || missing+=("$package")
+done
+[ ${#missing[@]} -gt 0 ] || exit 0
+
+as_root=()
+if [ "$(id -u)" -ne 0 ]; then
+  if ! command -v sudo >/dev/null; then
+    echo "Quintara needs these packages; install them as root: ${missing[*]}" >&2
+    exit 1
+  fi
+  as_root=(sudo)
+fi
+echo "Installing ${#missing[@]} packages: ${missing[*]}" >&2
+log=$(mktemp)
+trap 'rm -f "$log"' EXIT
+install() {
+  "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -q \
+    --no-install-recommends "${missing[@]}" >"$log" 2>&1
+}
+# A package list that is there may be good enough, and fetching a new one takes longer.
+if ! install; then
+  "${as_root[@]}" apt-get update -q >>"$log" 2>&1 || true
+  install || { tail -n 20 "$log" >&2; exit 1; }
+fi

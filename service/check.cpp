@@ -1,0 +1,58 @@
+#include "service/check.hpp"
+
+#include <ostream>
+
+#include "service/bars.hpp"
+#include "service/provider.hpp"
+#include "service/replies.hpp"
+#include "service/request.hpp"
+#include "service/text.hpp"
+
+namespace quintara::quotes {
+namespace {
+
+constexpr std::size_t kShownBars = 5;
+
+void write(const char* name, const PriceRows& rows, std::ostream& out) {
+  out << name << ": " << rows.bars.size() << " good rows, " << rows.badLines << " bad ones\n";
+  for (const std::string& complaint : rows.complaints) {
+    out << "  " << complaint << "\n";
+  }
+  if (rows.badLines > rows.complaints.size()) {
+    out << "  and " << rows.badLines - rows.complaints.size() << " more\n";
+  }
+}
+
+void writeBars(DailyBars bars, const std::string& ticker, Day today, std::ostream& out) {
+  out << "From " << tableDate(bars.front().date) << " to " << tableDate(bars.back().date)
+      << ", the newest days:\n";
+  out << tableText(bars, bars.at(bars.size() - std::min(kShownBars, bars.size())).date);
+  cutAfter(bars, today);
+  if (!bars.empty()) {
+    out << "The quote that a chart gets: " << quoteText(ticker, bars, today);
+  }
+}
+
+}  // namespace
+
+bool checkProvider(const ProviderSettings& settings, const std::string& text, Day today,
+                   std::ostream& out) {
+  const std::string ticker = parseTicker(text);
+  const Provider provider(settings, {});
+  const ProviderReply reply = provider.ask(ticker, today);
+  out << "Asked " << escaped(provider.host()) << " for " << escaped(ticker) << "\n";
+  write("Table", reply.table, out);
+  if (reply.quote) {
+    write("Quote", *reply.quote, out);
+  }
+  if (const auto* bars = std::get_if<DailyBars>(&reply.found)) {
+    writeBars(*bars, ticker, today, out);
+    return true;
+  }
+  const auto* failed = std::get_if<Failed>(&reply.found);
+  out << "No prices: " << (failed != nullptr ? failed->reason : "the provider does not know it")
+      << "\n";
+  return false;
+}
+
+}  // namespace quintara::quotes

@@ -1,0 +1,159 @@
+#include "service/json_rows.hpp"
+
+#include <algorithm>
+#include <nlohmann/json.hpp>
+#include <optional>
+
+#include "service/text.hpp"
+
+namespace quintara::quotes {
+namespace {
+
+using nlohmann::json;
+
+std::optional<json::json_pointer> pointerOf(const std::string& text) {
+  try {
+    return json::json_pointer(text);
+  } catch (const json::exception&) {
+    return std::nullopt;
+  }
+}
+
+const json* at(const json& node, const std::string& path) {
+  const auto pointer = pointerOf(path);
+  return pointer && node.contains(*pointer) ? &node.at(*pointer) : nullptr;
+}
+
+// The field of a row, or of an object of lists; nothing if it is not there.
+const json* fieldOf(const json& row, const std::string& name) {
+  if (name.front() == '/') {
+    return at(row, name);
+  }
+  if (row.is_array()) {
+    const auto place = parseCount(name);
+    return place && static_cast<std::size_t>(*place) < row.size()
+               ? &row[static_cast<std::size_t>(*place)]
+               : nullptr;
+  }
+  if (!row.is_object()) {
+    return nullptr;
+  }
+  auto member = row.find(name);
+  for (auto i = row.begin(); member == row.end() && i != row.end(); ++i) {
+    member = equalIgnoringCase(i.key(), name) ? i : member;
+  }
+  return member != row.end() ? &*member : nullptr;
+}
+
+// The text of values while a row is read.
+class RowText {
+ public:
+  void set(Column column, const json* value) {
+    std::string& text = texts_.at(column);
+    text.clear();
+    if (value != nullptr && value->is_string()) {
+      text = trimmed(value->get_ref<const std::string&>());
+    } else if (value != nullptr && (value->is_number() || value->is_boolean())) {
+      text = value->dump();
+    }
+  }
+  Fields fields() const {
+    Fields fields;
+    std::copy(texts_.begin(), texts_.end(), fields.begin());
+    return fields;
+  }
+
+ private:
+  std::array<std::string, kColumns> texts_;
+};
+
+constexpr std::array<Column, kColumns> kAllColumns{kDate, kOpen, kHigh, kLow, kClose, kVolume};
+
+class JsonReader {
+ public:
+  explicit JsonReader(const RowRules& rules) : rules_(rules), rows_(rules, "row") {}
+
+  PriceRows read(const json& node) {
+    const json* const close = node.is_structured() ? fieldOf(node, rules_.names[kClose]) : nullptr;
+    const bool row = close != nullptr && !close->is_structured();
+    if (node.is_object() && close != nullptr && close->is_array()) {
+      addLists(node, close->size());
+    } else if (row) {
+      addRow(node, nullptr);
+    } else if (node.is_array() || (node.is_object() && allStructured(node))) {
+      addAll(node);
+    } else if (!node.is_null()) {
+      return unreadable("no rows with the fields " + rules_.names[kClose] + " and so on");
+    }
+    return named_ || count_ == 0 ? rows_.finish()
+                                 : unreadable("no row has a field " + rules_.names[kClose]);
+  }
+
+  static PriceRows unreadable(const std::string& problem) {
+    PriceRows rows;
+    rows.problem = escaped(problem);
+    return rows;
+  }
+
+ private:
+  static bool allStructured(const json& node) {
+    return std::all_of(node.begin(), node.end(),
+                       [](const json& row) { return row.is_structured(); });
+  }
+
+  void addAll(const json& node) {
+    for (auto i = node.begin(); i != node.end(); ++i) {
+      addRow(*i, node.is_object() ? &i.key() : nullptr);
+    }
+  }
+
+  void addRow(const json& row, const std::string* key) {
+    for (const Column column : kAllColumns) {
+      text_.set(column, fieldOf(row, rules_.names.at(column)));
+    }
+    named_ = named_ || fieldOf(row, rules_.names[kClose]) != nullptr;
+    Fields fields = text_.fields();
+    if (key != nullptr && fields[kDate].empty()) {
+      fields[kDate] = *key;
+    }
+    rows_.add(++count_, fields);
+  }
+
+  void addLists(const json& node, std::size_t size) {
+    std::array<const json*, kColumns> lists{};
+    for (const Column column : kAllColumns) {
+      lists.at(column) = fieldOf(node, rules_.names.at(column));
+    }
+    named_ = true;
+    for (std::size_t i = 0; i < size; ++i) {
+      for (const Column column : kAllColumns) {
+        const json* const list = lists.at(column);
+        const bool there = list != nullptr && list->is_array() && i < list->size();
+        text_.set(column, there ? &(*list)[i] : nullptr);
+      }
+      rows_.add(++count_, text_.fields());
+    }
+  }
+
+  const RowRules& rules_;
+  RowReader rows_;
+  RowText text_;
+  std::size_t count_ = 0;
+  bool named_ = false;  // some row has the field of closes, so that these are rows of prices
+};
+
+}  // namespace
+
+bool isJsonPath(std::string_view text) { return pointerOf(std::string(text)).has_value(); }
+
+PriceRows parseJsonRows(std::string_view text, const std::string& path, const RowRules& rules) {
+  const json whole = json::parse(text, nullptr, false);
+  if (whole.is_discarded()) {
+    return JsonReader::unreadable("not JSON");
+  }
+  const json* const node = at(whole, path);
+  return node != nullptr ? JsonReader(rules).read(*node)
+                         : JsonReader::unreadable("nothing at " + path);
+}
+
+}  // namespace quintara::quotes

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace quintara::quotes {
+
+enum class LogLevel { Error, Warning, Info, Debug };
+
+std::optional<LogLevel> logLevelNamed(std::string_view name);
+
+// Lines for the person who runs the service. May be used from several threads at once. Whoever
+// writes text that came from outside escapes it first.
+class Log {
+ public:
+  using Sink = std::function<void(const std::string& line)>;
+
+  explicit Log(LogLevel level);  // to standard error
+  Log(LogLevel level, Sink sink);
+
+  void error(const std::string& text) const { write(LogLevel::Error, "error: " + text); }
+  void warning(const std::string& text) const { write(LogLevel::Warning, "warning: " + text); }
+  void info(const std::string& text) const { write(LogLevel::Info, text); }
+  void debug(const std::string& text) const { write(LogLevel::Debug, text); }
+
+ private:
+  void write(LogLevel level, const std::string& text) const;
+
+  LogLevel level_;
+  Sink sink_;
+};
+
+}  // namespace quintara::quotes

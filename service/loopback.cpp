@@ -1,0 +1,23 @@
+#include "service/loopback.hpp"
+
+#include <arpa/inet.h>
+
+#include <string>
+
+#include "service/text.hpp"
+
+namespace quintara::quotes {
+
+bool namesLoopback(std::string_view host) {
+  const auto colon = host.rfind(':');
+  if (colon != host.npos && parseCount(host.substr(colon + 1))) {
+    host = host.substr(0, colon);
+  }
+  in_addr address{};
+  if (::inet_pton(AF_INET, std::string(host).c_str(), &address) == 1) {
+    return ntohl(address.s_addr) >> 24U == 127;
+  }
+  return host == "[::1]" || equalIgnoringCase(host, "localhost");
+}
+
+}  // namespace quintara::quotes

@@ -1,0 +1,101 @@
+#include <csignal>
+#include <ctime>
+#include <exception>
+#include <filesystem>
+#include <iostream>
+
+#include "service/check.hpp"
+#include "service/options.hpp"
+#include "service/server.hpp"
+#include "service/text.hpp"
+
+namespace {
+
+using namespace quintara::quotes;
+
+constexpr int kFailed = 1;
+constexpr int kBadSetting = 2;
+constexpr int kPortTaken = 3;
+
+// Blocked before the first thread starts, so that they reach nobody but the wait below.
+sigset_t blockStopSignals() {
+  sigset_t signals;
+  sigemptyset(&signals);
+  sigaddset(&signals, SIGINT);
+  sigaddset(&signals, SIGTERM);
+  pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+  return signals;
+}
+
+int serve(const ServerSettings& settings) {
+  const sigset_t signals = blockStopSignals();
+  Server server(settings);
+  server.start();
+  if (!settings.prices.empty() && !std::filesystem::is_directory(settings.prices)) {
+    settings.log.info("no own prices: there is no folder " + escaped(settings.prices.string()));
+  }
+  const timespec once{1, 0};
+  while (sigtimedwait(&signals, nullptr, &once) < 0) {
+    if (server.failed()) {
+      settings.log.error("a port stopped answering");
+      return kFailed;
+    }
+  }
+  server.stop();
+  settings.log.info("stopped");
+  return 0;
+}
+
+// The settings of the provider, if there are any.
+std::optional<ProviderSettings> providerOf(const Options& options) {
+  auto settings =
+      options.providerFile.empty() ? std::nullopt : readProviderSettings(options.providerFile);
+  if (!settings && (options.providerNamed || options.action == Options::Action::Check)) {
+    throw BadSettings("there are no settings of a provider in " +
+                      escaped(options.providerFile.string()));
+  }
+  return settings;
+}
+
+int run(int argc, char** argv) {
+  Options options = parseOptions(argc, argv);
+  switch (options.action) {
+    case Options::Action::Help:
+      std::cout << helpText();
+      return 0;
+    case Options::Action::Version:
+      std::cout << "quintara-quotes " QUINTARA_VERSION "\n";
+      return 0;
+    case Options::Action::Check:
+      return checkProvider(*providerOf(options), options.ticker, localToday(), std::cout) ? 0
+                                                                                          : kFailed;
+    case Options::Action::Serve:
+      break;
+  }
+  options.settings.provider = providerOf(options);
+  return serve(options.settings);
+}
+
+int complain(const std::exception& error, int code) {
+  std::cerr << "quintara-quotes: error: " << error.what() << "\n";
+  return code;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  std::signal(SIGPIPE, SIG_IGN);  // a reader of the log that goes away must not end the service
+  try {
+    return run(argc, argv);
+  } catch (const BadFlag& error) {
+    complain(error, kBadSetting);
+    std::cerr << "Try quintara-quotes --help\n";
+    return kBadSetting;
+  } catch (const BadSettings& error) {
+    return complain(error, kBadSetting);
+  } catch (const PortTaken& error) {
+    return complain(error, kPortTaken);
+  } catch (const std::exception& error) {
+    return complain(error, kFailed);
+  }
+}

@@ -1,0 +1,149 @@
+#include "service/options.hpp"
+
+#include <getopt.h>
+
+#include <array>
+#include <cstdlib>
+#include <filesystem>
+
+#include "service/text.hpp"
+
+namespace quintara::quotes {
+namespace {
+
+enum Flag { kHistoryPort = 1, kQuotesPort, kPrices, kProvider, kCheck, kLogLevel, kHelp, kVersion };
+
+constexpr std::array<option, 9> kFlags{{
+    {"history-port", required_argument, nullptr, kHistoryPort},
+    {"quotes-port", required_argument, nullptr, kQuotesPort},
+    {"prices", required_argument, nullptr, kPrices},
+    {"provider", required_argument, nullptr, kProvider},
+    {"check", required_argument, nullptr, kCheck},
+    {"log-level", required_argument, nullptr, kLogLevel},
+    {"help", no_argument, nullptr, kHelp},
+    {"version", no_argument, nullptr, kVersion},
+    {nullptr, 0, nullptr, 0},
+}};
+
+std::string variable(const char* name) {
+  const char* value = std::getenv(name);
+  return value != nullptr ? value : "";
+}
+
+// A file or folder below one of the user's directories, which `name` may name; empty for none. A
+// relative one would depend on where the service was started.
+std::filesystem::path ofUser(const char* name, const char* usual, const char* below) {
+  std::filesystem::path directory = variable(name);
+  if (!directory.is_absolute()) {
+    directory = std::filesystem::path(variable("HOME")) / usual;
+  }
+  return directory.is_absolute() ? directory / below : std::filesystem::path();
+}
+
+int portOf(const std::string& flag, const std::string& text) {
+  const auto port = parseCount(text);
+  if (!port || *port > 65535) {
+    throw BadFlag(flag + " needs a port number from 0 to 65535, not \"" + escaped(text) + "\"");
+  }
+  return *port;
+}
+
+LogLevel levelOf(const std::string& text) {
+  const auto level = logLevelNamed(text);
+  if (!level) {
+    throw BadFlag("--log-level needs error, warning, info or debug, not \"" + escaped(text) + "\"");
+  }
+  return *level;
+}
+
+std::string filledIn(const std::string& flag, const std::string& text, const std::string& what) {
+  if (text.empty()) {
+    throw BadFlag(flag + " needs " + what);
+  }
+  return text;
+}
+
+void apply(int flag, Options& options) {
+  const std::string value = optarg != nullptr ? optarg : "";
+  switch (flag) {
+    case kHistoryPort:
+      options.settings.historyPort = portOf("--history-port", value);
+      break;
+    case kQuotesPort:
+      options.settings.quotesPort = portOf("--quotes-port", value);
+      break;
+    case kPrices:
+      options.settings.prices = filledIn("--prices", value, "the name of a folder");
+      break;
+    case kProvider:
+      options.providerFile = filledIn("--provider", value, "the name of a file");
+      options.providerNamed = true;
+      break;
+    case kCheck:
+      options.ticker = filledIn("--check", value, "a symbol");
+      options.action = Options::Action::Check;
+      break;
+    case kLogLevel:
+      options.settings.log = Log(levelOf(value));
+      break;
+    case kHelp:
+      options.action = Options::Action::Help;
+      break;
+    default:
+      options.action = Options::Action::Version;
+      break;
+  }
+}
+
+}  // namespace
+
+Options parseOptions(int argc, char* const* argv) {
+  Options options;
+  options.settings.prices = ofUser("XDG_DATA_HOME", ".local/share", "quintara/prices");
+  options.providerFile = ofUser("XDG_CONFIG_HOME", ".config", "quintara/provider.conf");
+  opterr = 0;
+  optind = 0;  // a fresh start, also for a second command line in one process
+  for (;;) {
+    const int at = optind == 0 ? 1 : optind;
+    const int flag = ::getopt_long(argc, argv, "+:", kFlags.data(), nullptr);
+    if (flag == -1) {
+      break;
+    }
+    if (flag == ':') {
+      throw BadFlag(escaped(argv[at]) + " needs a value");
+    }
+    if (flag == '?') {
+      throw BadFlag("unknown or ill-formed flag " + escaped(argv[at]));
+    }
+    apply(flag, options);
+  }
+  if (optind < argc) {
+    throw BadFlag("unexpected argument " + escaped(argv[optind]));
+  }
+  return options;
+}
+
+std::string helpText() {
+  return R"(Usage: quintara-quotes [FLAG...]
+
+Serves price tables and quotes to Quintara on this computer: the trader's own price files first,
+then a provider on the network if there are settings for one, then a demonstration market (DEMO,
+DOWN, RANGE, PENNY, INDEX).
+
+  --history-port N   port for /table.csv (8470; 0 picks a free one)
+  --quotes-port N    port for /d/quotes.csv (8471; 0 picks a free one)
+  --prices DIR       folder of own prices, a file TICKER.csv for each ticker
+                     (quintara/prices in the user's data directory)
+  --provider FILE    settings of the provider (quintara/provider.conf in the user's configuration
+                     directory)
+  --check SYMBOL     ask the provider for one symbol, show what came and what is wrong with it
+  --log-level LEVEL  error, warning, info or debug (info)
+  --help             show this text
+  --version          show the version
+
+Exit codes: 0 stopped by SIGINT or SIGTERM, 1 failed or nothing to show,
+2 bad flag or settings, 3 port taken.
+)";
+}
+
+}  // namespace quintara::quotes

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace quintara::quotes {
+
+// Where an address leads.
+struct UrlParts {
+  std::string scheme;  // http or https
+  std::string host;
+  std::string port;  // the usual one of the scheme if none is given
+
+  bool operator==(const UrlParts&) const = default;
+};
+
+// No value for what is no address, has another scheme, or names a user.
+std::optional<UrlParts> urlParts(const std::string& url);
+
+}  // namespace quintara::quotes

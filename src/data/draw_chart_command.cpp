@@ -1,0 +1,91 @@
+#include "data/draw_chart_command.hpp"
+
+#include <algorithm>
+#include <string>
+
+#include "data/initialize_collection.hpp"
+#include "values/numbers.hpp"
+#include "values/text.hpp"
+
+namespace quintara {
+
+namespace {
+
+/// ASCII letters only: the case of others is the language's business, not the ticker's.
+std::string upperCase(std::string text) {
+  std::transform(text.begin(), text.end(), text.begin(), [](char c) {
+    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+  });
+  return text;
+}
+
+void buildChart(ChartState& state, const DrawChartControls& controls, Date today,
+                const AfterDownload& afterDownload) {
+  afterDownload.clear();
+  InitializeCollection(state, today);
+  state.iShown = withinSeries(barsThatFit(controls.picChart.ScaleWidth(), state.iSpacing),
+                              state.candles().Count());
+  controls.progress.setInfo("Building historical chart. Please wait....");
+  afterDownload.maxMin();
+  afterDownload.drawChart();
+  const Candle& newest = state.candles().Item(1);
+  controls.txtClose.setText(defaultText(newest.dClose));
+  showBar(newest, controls.readout);
+}
+
+void reportFailedDownload(const DrawChartControls& controls) {
+  controls.messageBox.MsgBox("Error occurred while retrieving historical data for " +
+                                 upperCase(controls.txtTicker.Text()) +
+                                 "\r\nPlease verify that the ticker symbol entered is correct and "
+                                 "you are connected to the Internet",
+                             MsgStyle::Stop, "Data retrieval error");
+}
+
+}  // namespace
+
+std::int16_t barsThatFit(float scaleWidth, std::int16_t spacing) {
+  const std::int16_t bars = toInt16((Single(scaleWidth) / spacing).value());
+  return bars < 0 ? toInt16(-bars) : bars;
+}
+
+std::int16_t withinSeries(std::int16_t bars, std::size_t count) {
+  return static_cast<std::size_t>(bars) >= count ? static_cast<std::int16_t>(count - 1) : bars;
+}
+
+void cmdChart_Click(ChartState& state, const DrawChartControls& controls, const QuoteSource& source,
+                    const AfterDownload& afterDownload) {
+  if (controls.txtTicker.Text().empty()) {
+    controls.messageBox.MsgBox("Please enter Ticker Symbol", MsgStyle::Exclamation, "Quintara");
+    controls.txtTicker.SetFocus();
+    return;
+  }
+  bool downloaded = true;
+  try {
+    state.sTicker = controls.txtTicker.Text();
+    if (state.bBusy) return;
+    controls.progress.setInfo("Retrieving historical data. Please wait....");
+    controls.progress.Show();
+    downloaded = GetHistoricalData(state, source);
+    if (downloaded) buildChart(state, controls, source.clock.today(), afterDownload);
+  } catch (const RuntimeError&) {
+    // Rows that do not parse end the command without a word; what was drawn stays.
+  } catch (...) {
+    controls.progress.Unload();  // nobody else could close it
+    throw;
+  }
+  controls.progress.Unload();
+  if (!downloaded) reportFailedDownload(controls);
+  state.bBusy = false;
+}
+
+void cboDuration_Click(ChartState& state, const ComboBox& cboDuration) {
+  state.iDuration = cboDuration.ListIndex();
+}
+
+void cboInterval_Click(ChartState& state, const ComboBox& cboInterval, ComboBox& cboDuration) {
+  state.iInterval = cboInterval.ListIndex();
+  const bool weeklyOrMonthly = state.iInterval == 1 || state.iInterval == 2;
+  cboDuration.setEnabled(!weeklyOrMonthly);
+}
+
+}  // namespace quintara

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+
+#include "data/chart_state.hpp"
+#include "data/getting_data_window.hpp"
+#include "data/quote_request.hpp"
+#include "data/readout.hpp"
+
+namespace quintara {
+
+/// What Draw Chart reads and writes on the windows.
+struct DrawChartControls {
+  TextBox& txtTicker;
+  const DrawingSurface& picChart;
+  TextBox& txtClose;
+  Readout readout;
+  frmGettingData& progress;
+  MessageBox& messageBox;
+};
+
+/// What Draw Chart asks of the calculator and the chart once the rows are there.
+struct AfterDownload {
+  std::function<void()> clear;
+  std::function<void()> maxMin;
+  std::function<void()> drawChart;
+};
+
+/// Bars that fit: width by spacing, in single precision and rounded half to even, without its
+/// sign (a chart's width is counted leftwards). Throws Overflow beyond 16 bits.
+std::int16_t barsThatFit(float scaleWidth, std::int16_t spacing);
+/// At most all bars of the series but the oldest, which is never shown; -1 for an empty series.
+std::int16_t withinSeries(std::int16_t bars, std::size_t count);
+
+/// The Draw Chart button: download, clear, build, range, drawing, readout of the newest bar. An
+/// empty ticker and a failed download are told; any later run-time error ends it silently, with
+/// chart and readout as far as they got.
+void cmdChart_Click(ChartState& state, const DrawChartControls& controls, const QuoteSource& source,
+                    const AfterDownload& afterDownload);
+
+void cboDuration_Click(ChartState& state, const ComboBox& cboDuration);
+/// Weekly and monthly bars have spans of their own: the span box is enabled for daily ones only.
+void cboInterval_Click(ChartState& state, const ComboBox& cboInterval, ComboBox& cboDuration);
+
+}  // namespace quintara

@@ -1,0 +1,55 @@
+#include "interaction/picking.hpp"
+
+#include "values/numbers.hpp"
+#include "values/text.hpp"
+
+namespace quintara {
+
+namespace {
+
+constexpr std::int16_t kLeftButton = 1;
+constexpr std::int16_t kArrow = 0;
+constexpr std::int16_t kCrossHair = 2;
+constexpr std::int16_t kMouseIcon = 99;
+constexpr auto kHigh = &DragState::sngPickedHigh;
+constexpr auto kLow = &DragState::sngPickedLow;
+
+}  // namespace
+
+const std::array<DropTarget, 8> kDropTargets{{
+    {"txtA1", kLow, kLow},
+    {"txtA2", kLow, kLow},
+    {"txtB1", kHigh, kHigh},
+    {"txtC1", kHigh, kLow},
+    {"txtA3", kHigh, kHigh},
+    {"txtA4", kHigh, kHigh},
+    {"txtB2", kLow, kLow},
+    {"txtC2", kHigh, kHigh},
+}};
+
+void picChart_MouseDown(const ChartState& state, DragState& drag, const Readout& readout,
+                        Screen& screen, const MouseEvent& event) {
+  if (state.sRows.size() < 3 || event.Button != kLeftButton) return;
+  drag.bDragging = true;
+  drag.sngPickedLow = toSingle(readLocaleNumber(readout.lblLow.Caption()));
+  drag.sngPickedHigh = toSingle(readLocaleNumber(readout.lblHigh.Caption()));
+  screen.setMousePointer(kMouseIcon);
+  screen.setMouseIcon("dragdrop2");
+}
+
+void picChart_MouseUp(DragState& drag, const PictureBox& picChart, Screen& screen,
+                      const MouseEvent& event) {
+  if (picChart.Point(event.X, event.Y) == 0) drag.letGo();
+  drag.bDragging = false;
+  screen.setMousePointer(kCrossHair);
+}
+
+void dropInto(TextBox& box, const DropTarget& target, DragState& drag, Screen& screen) {
+  if (drag.*target.tested > 0) {
+    box.setText(defaultText(drag.*target.written));
+    drag.letGo();
+  }
+  screen.setMousePointer(kArrow);
+}
+
+}  // namespace quintara

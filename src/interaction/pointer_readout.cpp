@@ -1,0 +1,68 @@
+#include "interaction/pointer_readout.hpp"
+
+#include <algorithm>
+#include <cmath>
+
+#include "values/numbers.hpp"
+#include "values/text.hpp"
+
+namespace quintara {
+
+namespace {
+
+constexpr std::int16_t kArrow = 0;
+constexpr std::int16_t kCrossHair = 2;
+
+/// The bar whose slot [Left, Left + spacing) holds X; below 1 in the margin right of the newest.
+std::int16_t barNumber(float X, std::int16_t spacing) {
+  const float slots = ((Single(X) - kFirstBarLeft) / spacing).value();
+  return toInt16(std::floor(double{slots}) + 1);
+}
+
+void leaveChart(const ChartState& state, const PointerControls& controls) {
+  controls.screen.setMousePointer(kArrow);
+  OutOfPic(state, controls);
+}
+
+}  // namespace
+
+void CandleData(const ChartState& state, const PointerControls& controls, float X, float Y) {
+  try {
+    std::size_t k =
+        static_cast<std::size_t>(std::max<std::int16_t>(barNumber(X, state.iSpacing), 1));
+    k = std::min(k, state.candles().Count());
+    showBar(state.candles().Item(k), controls.readout);
+    controls.lblCurrent.setCaption(defaultText(toSingle(roundTo3(Y))));
+  } catch (const RuntimeError&) {  // NOLINT(bugprone-empty-catch): the old text stays, silently
+  }
+}
+
+void OutOfPic(const ChartState& state, const PointerControls& controls) {
+  // Without a series only the price goes; a series of exactly one bar leaves everything.
+  if (state.colCandles && state.colCandles->Count() <= 1) return;
+  if (state.colCandles) showBar(state.colCandles->Item(1), controls.readout);
+  controls.lblCurrent.setCaption("");
+}
+
+void picChart_MouseMove(const ChartState& state, const DragState& drag,
+                        const PointerControls& controls, const MouseEvent& event) {
+  if (drag.bDragging) return;
+  controls.screen.setMousePointer(kCrossHair);
+  CandleData(state, controls, event.X, event.Y);
+}
+
+void Form_MouseMove(const ChartState& state, DragState& drag, const PointerControls& controls) {
+  leaveChart(state, controls);
+  if (drag.sngPicked > 0) {
+    drag.sngPicked = -1;
+  } else if (drag.sngPickedLow > 0) {
+    drag.letGo();
+  }
+}
+
+void Frame_MouseMove(const ChartState& state, DragState& drag, const PointerControls& controls) {
+  leaveChart(state, controls);
+  if (drag.sngPickedLow > 0) drag.letGo();
+}
+
+}  // namespace quintara

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <array>
+#include <functional>
+
+#include "data/chart_state.hpp"
+#include "levels/level_table.hpp"
+#include "platform/drawing_surface.hpp"
+#include "values/steps.hpp"
+
+namespace quintara {
+
+/// Sets the range to the shown bars' and widens it to the ticked targets of the shown sets, as
+/// their labels read with a full stop. A target of 0 or below never lowers it.
+/// Throws Overflow for a caption beyond single range; the range stays as far as it got.
+void RecalculateMaxMin(ChartState& state, const PointSets& sets);
+
+/// Draws one set's levels: the retracements AR solid, then the targets AT selected by T dashed.
+void DrawLine(DrawingSurface& picChart, const Levels& AR, const Levels& AT, Colour lColor,
+              const std::array<bool, 3>& T);
+
+/// The redraw sequence: widen the range, draw the chart, then the lines of A1 to A4, each a step.
+/// A set is drawn when its Show box is 1, in the colour of its first retracement label. The steps
+/// refer to their arguments.
+Steps redrawSteps(ChartState& state, const LevelTable& sngLevels, const PointSets& sets,
+                  DrawingSurface& picChart, std::function<void()> drawChart);
+
+/// Runs the redraw sequence if there is a chart. Every level check box calls it.
+void ShowLines(const ChartState& state, const Steps& redraw);
+
+/// Stores the chart type and runs the redraw sequence if there is a chart; a run-time error ends
+/// it silently.
+void cboChartType_Click(ChartState& state, const ComboBox& cboChartType, const Steps& redraw);
+
+}  // namespace quintara

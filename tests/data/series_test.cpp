@@ -1,0 +1,122 @@
+#include <gmock/gmock.h>
+
+#include <tuple>
+
+#include "chart/price_range.hpp"
+#include "data/draw_chart_command.hpp"
+#include "data/initialize_collection.hpp"
+#include "data/rows.hpp"
+#include "support/fakes.hpp"
+
+namespace quintara::test {
+namespace {
+
+const Date kMonday = std::chrono::year{2026} / 11 / 16;
+const Date kSaturday = std::chrono::year{2026} / 11 / 14;
+const Date kSunday = std::chrono::year{2026} / 11 / 15;
+const char* const kQuote = "16-Nov-26@60@70@55@61@5\r\n";
+
+ChartState loaded(std::vector<std::string> rows, std::int16_t interval = 0) {
+  ChartState state;
+  state.sRows = std::move(rows);
+  state.iInterval = interval;
+  state.iSpacing = 3;
+  return state;
+}
+
+TEST(Series, CountsTheQuoteOnlyAsAWholeDailyWorkingDay) {
+  const std::tuple<const char*, Date, std::int16_t, std::size_t> kCases[] = {
+      {kQuote, kMonday, 0, 2},
+      {kQuote, kSaturday, 0, 1},
+      {kQuote, kSunday, 0, 1},
+      {kQuote, kMonday, 1, 1},
+      {kQuote, kMonday, 2, 1},
+      {"16-Nov-26@N/A@70@55@61@5", kMonday, 0, 1},
+      {"16-Nov-26@60@70@55@61@N/A", kMonday, 0, 1},
+  };
+  for (const auto& [quote, today, interval, bars] : kCases) {
+    ChartState state = loaded({quote, "14-Nov-26@1@2@0.5@1.5@9@1.4", ""}, interval);
+    InitializeCollection(state, today);
+    EXPECT_EQ(state.candles().Count(), bars) << quote << ' ' << interval;
+    EXPECT_EQ(firstBarRow(state, today), 2 - bars);
+  }
+}
+
+TEST(Series, HoldsRowsNewestFirstInSinglePrecision) {
+  ChartState state = loaded({kQuote, "14-Nov-02@12.5@12.6@12.3@12.55@123456789@more", "not used"});
+  InitializeCollection(state, kMonday);
+  const Candle& older = state.candles().Item(2);
+  EXPECT_EQ(older.sDate, "14-Nov-02");
+  EXPECT_EQ(older.dOpen, 12.5F);
+  EXPECT_EQ(older.dHigh, 12.6F);
+  EXPECT_EQ(older.dLow, 12.3F);
+  EXPECT_EQ(older.dClose, 12.55F);
+  EXPECT_EQ(older.dVolume, 123456792.0);
+  EXPECT_EQ(state.candles().Item(1).Left, 40);
+  EXPECT_EQ(older.Left, 43);
+  EXPECT_EQ(state.sngLeft, 46);
+}
+
+TEST(Series, KeepsTheBarsBeforeABadRow) {
+  const std::tuple<const char*, ErrorKind> kCases[] = {
+      {"14-Nov-02@1@2@3@4", ErrorKind::SubscriptOutOfRange},
+      {"", ErrorKind::SubscriptOutOfRange},
+      {"14-Nov-02@1@2@3@-@5", ErrorKind::TypeMismatch},
+      {"14-Nov-02@1@2@3@4@1e39", ErrorKind::Overflow},
+  };
+  for (const auto& [row, kind] : kCases) {
+    ChartState state = loaded({kQuote, row, "14-Nov-02@1@2@3@4@5", ""});
+    try {
+      InitializeCollection(state, kMonday);
+      ADD_FAILURE() << row;
+    } catch (const RuntimeError& error) {
+      EXPECT_EQ(error.kind(), kind) << row;
+    }
+    EXPECT_EQ(state.candles().Count(), 1U);
+    EXPECT_EQ(state.sngLeft, 43);
+  }
+}
+
+TEST(PriceRange, ScansRowsUpToTheShownIndex) {
+  const std::vector<std::string> rows{kQuote, "d@1@71@50@1@1", "d@1@75@49@1@1", "d@1@99@1@1@1", ""};
+  const std::tuple<Date, std::int16_t, float, float> kCases[] = {
+      {kMonday, 1, 71, 50},  // one bar more than is drawn
+      {kMonday, 2, 75, 49}, {kSunday, 1, 71, 50}, {kSunday, 2, 75, 49}, {kSunday, 0, 0, 2000000},
+  };
+  for (const auto& [today, shown, max, min] : kCases) {
+    ChartState state = loaded(rows);
+    state.iShown = shown;
+    MaxMin(state, today);
+    EXPECT_EQ(state.sngMax, max) << shown;
+    EXPECT_EQ(state.sngMin, min) << shown;
+    EXPECT_EQ(state.sngShownMax, max);
+    EXPECT_EQ(state.sngShownMin, min);
+  }
+}
+
+TEST(PriceRange, StopsAtABadRowAndLeavesTheCopy) {
+  const ScopedSeparator comma(",");
+  ChartState state = loaded({"q@1@12,5@10,5@1@1", "d@1@x@9@1@1", ""});
+  state.iShown = 1;
+  EXPECT_THROW(MaxMin(state, kMonday), RuntimeError);
+  EXPECT_EQ(state.sngMax, 12.5F);
+  EXPECT_EQ(state.sngShownMax, 0);
+  state.iShown = 9;
+  state.sRows = {"q@1@12,5@10,5@1@1", ""};
+  EXPECT_THROW(MaxMin(state, kMonday), RuntimeError) << "shorter than the shown count";
+}
+
+TEST(ShownBars, AreRoundedHalfToEvenAndLeaveTheOldestOut) {
+  const std::tuple<float, std::int16_t, std::size_t, std::int16_t> kCases[] = {
+      {700, 3, 1000, 233}, {700, 3, 120, 119}, {-465, 2, 1000, 232},
+      {467, 2, 1000, 234}, {250, 4, 1000, 62}, {254, 4, 1000, 64},
+      {1, 3, 1000, 0},     {600, 1, 100, 99},  {600, 1, 0, -1},
+  };
+  for (const auto& [width, spacing, count, shown] : kCases) {
+    EXPECT_EQ(withinSeries(barsThatFit(width, spacing), count), shown) << width;
+  }
+  EXPECT_THROW(barsThatFit(40000, 1), RuntimeError);
+}
+
+}  // namespace
+}  // namespace quintara::test

@@ -1,0 +1,114 @@
+#include "helpviewer/viewer_window.hpp"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QHelpIndexWidget>
+#include <QHelpLink>
+#include <QLineEdit>
+#include <QRegularExpression>
+#include <QTabWidget>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include "helpviewer/help_book.hpp"
+#include "helpviewer/help_page.hpp"
+
+namespace quintara {
+
+TEST(HelpBook, LeavesTheFilesFolderAloneAndSaysWhatIsWrongWithAFileThatIsNoHelpFile) {
+  const QTemporaryDir folder;
+  const QString path = folder.filePath("Helpfile.hlp");
+  ASSERT_TRUE(QFile::copy(HELP_FILE, path));
+  EXPECT_EQ(HelpBook().open(path), "");
+  EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList{"Helpfile.hlp"});
+  for (const int kept : {90'000, 100, 0}) {
+    ASSERT_TRUE(QFile::resize(path, kept));
+    EXPECT_TRUE(HelpBook().open(path).contains("not a help file")) << kept;
+  }
+  EXPECT_TRUE(HelpBook().open(__FILE__).contains("not a help file"));
+  EXPECT_TRUE(HelpBook().open(folder.filePath("nowhere")).contains("was not found"));
+  EXPECT_TRUE(HelpBook().open(folder.path()).contains("cannot be read"));
+}
+
+struct Viewer : testing::Test {
+  void SetUp() override {
+    ASSERT_EQ(book.open(HELP_FILE), "");
+    window = std::make_unique<ViewerWindow>(book);
+    window->show();
+    window->activateWindow();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return rows() > 0 && window->isActiveWindow(); }));
+  }
+
+  int rows() { return book.engine().indexModel()->rowCount(); }
+  QLineEdit* filter() { return qobject_cast<QLineEdit*>(window->focusWidget()); }
+  HelpPage& page() { return *static_cast<HelpPage*>(window->findChild<QTextBrowser*>()); }
+  /// Whether the link leads to a page or picture of the book, and to an anchor that it has.
+  bool reaches(const QUrl& link) {
+    const QByteArray target = book.engine().fileData(link.adjusted(QUrl::RemoveFragment));
+    const QByteArray anchor = "name=\"" + link.fragment().toUtf8() + '"';
+    return !target.isEmpty() && (!link.hasFragment() || target.contains(anchor));
+  }
+
+  HelpBook book;
+  std::unique_ptr<ViewerWindow> window;
+};
+
+TEST_F(Viewer, HasAPageForEveryLinkPictureAndKeyword) {
+  const QRegularExpression reference("(?:href|src)=\"([^\"]+)\"");
+  const auto pages = book.engine().files("quintara.help", QString(), "html");
+  ASSERT_GE(pages.size(), 10);
+  for (const QUrl& page : pages) {
+    auto match = reference.globalMatch(QString::fromUtf8(book.engine().fileData(page)));
+    EXPECT_TRUE(match.hasNext()) << page.toString().toStdString();
+    for (const auto& found : match) {
+      const QUrl link = page.resolved(found.captured(1));
+      EXPECT_TRUE(reaches(link)) << link.toString().toStdString();
+    }
+  }
+  for (const QString& keyword : book.engine().indexModel()->stringList()) {
+    const auto found = book.engine().documentsForKeyword(keyword);
+    EXPECT_TRUE(found.size() == 1 && reaches(found[0].url)) << keyword.toStdString();
+  }
+}
+
+TEST_F(Viewer, OpensAtTheIndexWithNothingTypedAndIsLeftByTheKeyboard) {
+  EXPECT_EQ(window->findChild<QTabWidget*>()->currentIndex(), 0);
+  ASSERT_NE(filter(), nullptr);
+  EXPECT_EQ(filter()->text(), "");
+  const int all = rows();
+  QTest::keyClicks(filter(), "tab order");
+  EXPECT_EQ(rows(), 1);
+  QTest::keyClick(filter(), Qt::Key_Return);
+  EXPECT_EQ(page().source().fileName(), "keyboard.html");
+  QTest::keyClick(window.get(), Qt::Key_Left, Qt::AltModifier);
+  EXPECT_EQ(page().source().fileName(), "index.html");
+  QTest::keyClick(window.get(), Qt::Key_Escape);
+  EXPECT_EQ(rows(), all);
+  EXPECT_TRUE(window->isVisible());
+  QTest::keyClick(window.get(), Qt::Key_Escape);
+  EXPECT_FALSE(window->isVisible());
+}
+
+TEST_F(Viewer, FollowsLinksWithinTheBookOnly) {
+  const QUrl home = page().source();
+  for (const char* outside : {"http://localhost/", "file:///etc/hostname"}) {
+    emit page().anchorClicked(QUrl(outside));
+    EXPECT_EQ(page().source(), home) << outside;
+  }
+  emit page().anchorClicked(QUrl("chart.html#axes"));
+  EXPECT_EQ(page().source().fileName(), "chart.html");
+  page().setSource(home.resolved(QUrl("lost.html")));
+  EXPECT_TRUE(page().toPlainText().contains("lost.html is missing"));
+}
+
+TEST_F(Viewer, FindsTextRoundTheEndsOfThePage) {
+  EXPECT_TRUE(page().findText("readout", false));
+  const int only = page().textCursor().position();
+  EXPECT_TRUE(page().findText("readout", false));
+  EXPECT_EQ(page().textCursor().position(), only);
+  EXPECT_TRUE(page().findText("Internet", true));
+  EXPECT_FALSE(page().findText("no such words", false));
+}
+
+}  // namespace quintara

@@ -1,0 +1,69 @@
+#!/bin/bash
+# The package's contents and promises, without installing it.
+# Usage: package_test.sh BUILD-FOLDER
+set -u
+build=$(readlink -f "$1")
+cd "$(dirname "$0")/../.." || exit 1
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+failures=0
+check() {  # check WHAT COMMAND...
+  "${@:2}" && return
+  failures=$((failures + 1))
+  echo "FAILED: $1"
+}
+
+if ! { cmake --install "$build" --prefix "$work/prefix" &&
+  cpack --config "$build/CPackConfig.cmake" -B "$work"; } >"$work/log" 2>&1; then
+  tail "$work/log"
+  exit 1
+fi
+package=$(echo "$work"/quintara_*.deb)
+dpkg-deb -R "$package" "$work/root"
+field() { dpkg-deb -f "$package" "$1"; }
+
+# Names, permissions and where links lead.
+tree() { (cd "$1" && find . -printf '%P %M %l\n' | sort); }
+check "cmake --install gives the package's tree" \
+  diff <(tree "$work/prefix") <(tree "$work/root/usr")
+check "nothing outside of /usr, no script run when it is removed" \
+  [ "$(cd "$work/root" && echo * DEBIAN/?*)" = "DEBIAN usr DEBIAN/control DEBIAN/md5sums" ]
+
+# Each library that a program or module names has its package among the dependencies.
+depends=$(field Depends)
+programs=$work/root/usr/lib/quintara
+for program in "$programs"/?*; do
+  for library in $(objdump -p "$program" 2>/dev/null | awk '$1 == "NEEDED" { print $2 }'); do
+    path=$(ldd "$program" | awk -v library="$library" '$1 == library { print $3 }')
+    [ -n "$path" ] || continue  # the loader itself
+    owner=$(dpkg-query -S "$path" "$(readlink -f "$path")" 2>/dev/null | sed 's/:.*//;q')
+    check "$owner for $(basename "$program")" grep -qw -- "$owner" <<<"$depends"
+  done
+done
+
+# One version everywhere.
+version=$(field Version)
+check "CHANGELOG.md begins with $version" grep -q "^## $version," <(grep -m 1 '^## ' CHANGELOG.md)
+check "${version%-*} in the metainfo" \
+  grep -q "<release version=\"${version%-*}\"" "$work"/root/usr/share/metainfo/?*.xml
+
+# A manual page for each command, with each of its flags.
+for command in "$work"/prefix/bin/?*; do
+  page=$work/prefix/share/man/man1/$(basename "$command").1.gz
+  for flag in $("$command" --help | grep -o -- '--[a-z][a-z-]*' | sort -u); do
+    check "$flag in $(basename "$page")" grep -q -- "$flag" <(zcat "$page" | tr -d '\\')
+  done
+done
+
+check "the whole licence" [ "$(tail -n 3 LICENSE | tr -d ' \n')" = \
+  "$(tail -n 3 "$work/root/usr/share/doc/quintara/copyright" | tr -d ' \n')" ]
+
+# What the menu entry names is there.
+entry=$(cat "$work"/root/usr/share/applications/?*.desktop)
+check "the menu's command" [ -x "$work/root/usr/bin/$(sed -n 's/^Exec=//p' <<<"$entry")" ]
+for file in 16x16/apps/ICON.png 32x32/apps/ICON.png scalable/apps/ICON.svg; do
+  file=${file/ICON/$(sed -n 's/^Icon=//p' <<<"$entry")}
+  check "icon $file" [ -s "$work/root/usr/share/icons/hicolor/$file" ]
+done
+
+[ "$failures" -eq 0 ]

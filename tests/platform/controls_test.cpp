@@ -1,0 +1,101 @@
+#include "platform/controls.hpp"
+
+#include <QAbstractButton>
+#include <QAccessible>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QWheelEvent>
+
+#include "support/qt/window_test.hpp"
+
+namespace quintara::test {
+
+TEST_F(WindowTest, AComboBoxRaisesClickForEveryAssignmentAndEveryPickOfTheUser) {
+  auto& box = add<ComboBox>(ControlKind::ComboBox, "cbo");
+  auto& shown = widget<QComboBox>("cbo");
+  std::vector<int> clicks;
+  box.Click = [&] { clicks.push_back(box.ListIndex()); };
+  for (const char* item : {"Daily", "Weekly", "Monthly"}) box.AddItem(item);
+  EXPECT_EQ(shown.currentIndex(), -1);
+  box.setListIndex(0);
+  box.setListIndex(0);
+  EXPECT_EQ(failureOf([&] { box.setListIndex(3); }), ErrorKind::SubscriptOutOfRange);
+  show();
+  shown.clearFocus();
+  QWheelEvent wheel({5, 5}, {5, 5}, {}, {0, -120}, {}, {}, Qt::NoScrollPhase, false);
+  QApplication::sendEvent(&shown, &wheel);
+  shown.setFocus();
+  for (const auto key : {Qt::Key_Down, Qt::Key_M}) QTest::keyClick(form().windowHandle(), key);
+  Q_EMIT shown.activated(2);
+  EXPECT_EQ(clicks, std::vector<int>({0, 0, 1, 2, 2}));
+  box.Click = [] { throw RuntimeError(ErrorKind::Overflow); };
+  EXPECT_EQ(failureOf([&] { box.setListIndex(0); }), ErrorKind::Overflow);
+  EXPECT_EQ(box.ListIndex(), 0);
+}
+
+TEST_F(WindowTest, ACheckBoxRaisesClickWhenItsValueChangesWhoeverChangesIt) {
+  for (const ControlKind kind : {ControlKind::CheckBox, ControlKind::PushCheckBox}) {
+    const char* name = kind == ControlKind::CheckBox ? "chk" : "push";
+    auto& box = add<CheckBox>(kind, name, {0, 0, 20, 20});
+    std::vector<int> clicks;
+    box.Click = [&] { clicks.push_back(box.Value()); };
+    for (const int value : {1, 1, 2, 1, 2}) box.setValue(static_cast<std::int16_t>(value));
+    show();
+    auto& shown = widget<QAbstractButton>(name);
+    EXPECT_TRUE(shown.isChecked());
+    for (int i = 0; i < 2; ++i) QTest::mouseClick(&shown, Qt::LeftButton);
+    EXPECT_EQ(clicks, std::vector<int>({1, 2, 1, 2, 0, 1}));
+  }
+}
+
+TEST_F(WindowTest, ATextBoxLimitsTypingButNotTheProgram) {
+  auto& box = add<TextBox>({.kind = ControlKind::TextBox, .name = "txt", .maxLength = 5});
+  auto& shown = widget<QLineEdit>("txt");
+  window->setTabOrder(std::vector<std::string>{"txt"});
+  show();
+  EXPECT_TRUE(shown.hasFocus()) << "the first in the order";
+  QTest::keyClicks(&shown, "1234567");
+  EXPECT_EQ(box.Text(), "12345");
+  box.setText("12.345678");
+  EXPECT_EQ(box.Text(), "12.345678");
+  QTest::keySequence(&shown, {Qt::Key_End, Qt::Key_9, Qt::Key_Backspace, Qt::Key_9});
+  EXPECT_EQ(box.Text(), "12.34567");
+  QTest::keySequence(&shown, {Qt::Key_Home, Qt::Key_Delete, Qt::Key_Delete, Qt::Key_Delete});
+  QTest::keySequence(&shown, {Qt::Key_Delete, Qt::Key_1, Qt::Key_2, Qt::Key_3});
+  EXPECT_EQ(box.Text(), "14567");
+}
+
+TEST_F(WindowTest, EverythingHasANameForAScreenReader) {
+  const auto say = [](const char* name, QAccessible::Text text = QAccessible::Name) {
+    return QAccessible::queryAccessibleInterface(&widget(name))->text(text).toStdString();
+  };
+  const std::pair<ControlDesign, const char*> cases[] = {
+      {{.name = "lblA1R1", .meaning = "A1 38.2%"}, "A1 38.2%"},
+      {{.name = "Label9", .caption = "Ticker:"}, "Ticker"},
+      {{.kind = ControlKind::Button, .name = "cmd", .caption = "R&D"}, "R&D"},
+      {{.kind = ControlKind::PictureBox, .name = "pic", .meaning = "Chart"}, "Chart"},
+  };
+  for (const auto& [design, spoken] : cases) {
+    window->add(design);
+    EXPECT_EQ(say(design.name.c_str()), spoken);
+  }
+  window->control<Label>("lblA1R1").setCaption("52.36");
+  EXPECT_EQ(say("lblA1R1"), "A1 38.2%: 52.36");
+  window->control<PictureBox>("pic").setDescription("20 bars");
+  EXPECT_EQ(say("pic", QAccessible::Description), "20 bars");
+  EXPECT_EQ(QAccessible::queryAccessibleInterface(&widget("pic"))->role(), QAccessible::Graphic);
+}
+
+TEST_F(WindowTest, TheReadoutStaysReadableOnBlackInEveryTheme) {
+  auto& label = add<Label>({.name = "lblDate", .look = {.transparent = true, .readout = true}});
+  show();
+  QPalette theme;
+  for (const auto& [themed, readable] : {std::pair{0xFFE0C0U, 0xC0E0FFU}, {0U, 0xFFFFFFU}}) {
+    theme.setColor(QPalette::HighlightedText, QColor::fromRgb(themed));
+    QApplication::setPalette(theme);
+    pump();
+    EXPECT_EQ(label.ForeColor().bgr, readable);
+  }
+}
+
+}  // namespace quintara::test

@@ -1,0 +1,113 @@
+#include "platform/qt/dispatcher.hpp"
+
+#include <gmock/gmock.h>
+
+#include <QLineEdit>
+#include <QMessageBox>
+#include <sstream>
+
+#include "support/qt/loopback_server.hpp"
+#include "support/qt/window_test.hpp"
+
+namespace quintara::test {
+
+/// A window whose button "cmd" fetches from a server that keeps it waiting.
+struct BusyTest : WindowTest {
+  BusyTest() {
+    add<Button>(ControlKind::Button, "cmd", {0, 0, 60, 25}).Click = [this] { fetch(); };
+    add<Button>(ControlKind::Button, "other", {80, 0, 60, 25}).Click = [this] { log << "other "; };
+    add<TextBox>(ControlKind::TextBox, "txt", {0, 40, 60, 20});
+    window->MouseMove = [this](const MouseEvent& event) { log << "move" << event.X / 15 << ' '; };
+    window->Resize = [this] { log << "resize" << window->ScaleWidth() / 15 << ' '; };
+    server.setSilent(true);
+    show();
+  }
+  void fetch() {
+    log << "[";
+    QTimer::singleShot(20, &form(), std::exchange(meanwhile, [] {}));
+    const auto get = [this] { log << application.platform().http.OpenURL(server.url("/"), 0); };
+    if (failureOf(get) == ErrorKind::TransferFailed) {
+      application.platform().messageBox.MsgBox("never seen", MsgStyle::Stop, "t");
+      log << "failed";
+    }
+    log << "] ";
+  }
+  LoopbackServer server{"HTTP/1.1 200 OK\r\nContent-Length: 4\r\n\r\nbody"};
+  std::function<void()> meanwhile;
+  std::ostringstream log;
+};
+
+TEST_F(BusyTest, WhatHappensDuringADownloadIsDeliveredAfterwardsInOrder) {
+  meanwhile = [this] {
+    for (const char* name : {"cmd", "cmd", "txt"}) click(name);
+    for (const char key : {'a', 'b'}) QTest::keyClick(form().windowHandle(), key);
+    click("other");
+    for (const int x : {200, 210, 220}) QTest::mouseMove(form().windowHandle(), {x, 200});
+    for (const int width : {410, 420}) form().resize(width, 310);
+    pump();
+    EXPECT_EQ(widget<QLineEdit>("txt").text(), "");
+    server.setSilent(false);
+  };
+  click("cmd");
+  pump();
+  EXPECT_EQ(log.str(), "[body] resize420 [body] other move220 ");
+  EXPECT_EQ(widget<QLineEdit>("txt").text(), "ab");
+}
+
+TEST_F(BusyTest, OnlyTheMainWindowCanBeClosedDuringADownloadAndEndsTheProgramAtOnce) {
+  const auto progress = application.platform().toolkit.newWindow(
+      {.name = "progress", .scaleWidth = 3000, .scaleHeight = 900, .fixedDialog = true});
+  progress->Show();
+  meanwhile = [this] {
+    EXPECT_FALSE(form("progress").close());
+    EXPECT_EQ(form("progress").minimumSize(), form("progress").maximumSize());
+    click("other");
+    form().close();
+    QTimer::singleShot(2000, &form(), [this] { server.setSilent(false); });
+  };
+  QTimer::singleShot(0, &form(), [] { click("cmd"); });
+  EXPECT_EQ(application.run(), 0);
+  EXPECT_EQ(log.str(), "[failed] ");
+}
+
+TEST_F(BusyTest, AMessageBoxHearsTheUserAndNothingElseDoes) {
+  window->control<Button>("cmd").Click = [this] {
+    QTimer::singleShot(50, &form(), [this] {
+      // Sent to the widget, past the toolkit's own barrier.
+      QTest::mouseClick(&widget("other"), Qt::LeftButton);
+      auto& box = dynamic_cast<QMessageBox&>(*QApplication::activeModalWidget());
+      EXPECT_EQ(box.text(), "a <b>\nc");
+      EXPECT_EQ(box.textFormat(), Qt::PlainText);
+      QTest::keyClick(box.windowHandle(), Qt::Key_Return);
+    });
+    application.platform().messageBox.MsgBox("a <b>\r\nc", MsgStyle::Exclamation, "t");
+    log << "answered ";
+  };
+  click("cmd");
+  pump();
+  EXPECT_EQ(log.str(), "answered other ");
+}
+
+TEST_F(WindowTest, AnErrorThatNoHandlerCaughtIsShownAndOnlyAPressOnTheChartEndsTheProgram) {
+  auto& picture = add<PictureBox>(ControlKind::PictureBox, "pic", {0, 0, 60, 60});
+  auto& button = add<Button>(ControlKind::Button, "cmd", {80, 0, 60, 25});
+  show();
+  const auto help = [this] { application.platform().help.WinHelpA("/nowhere", 261, ""); };
+  EXPECT_EQ(failureOf(help), ErrorKind::LaunchFailed);
+  const std::function<void()> failing[] = {help, [] { throw std::out_of_range("txtA9"); },
+                                           [] { throw 7; }};
+  for (const auto& handler : failing) {
+    button.Click = handler;
+    click("cmd");
+  }
+  EXPECT_FALSE(application.dispatcher().isEnding());
+  picture.MouseDown = [](const MouseEvent&) { throw RuntimeError(ErrorKind::TypeMismatch); };
+  QTimer::singleShot(0, &form(), [] { click("pic"); });
+  EXPECT_EQ(application.run(), 1);
+  const std::string failed = "Quintara/16/The command failed unexpectedly";
+  const std::string mismatch = "Quintara/16/" + std::string(textOf(ErrorKind::TypeMismatch));
+  EXPECT_THAT(messages.shown, testing::ElementsAre(testing::HasSubstr("/quintara-help "),
+                                                   failed + ": txtA9", failed + ".", mismatch));
+}
+
+}  // namespace quintara::test

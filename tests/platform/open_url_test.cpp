@@ -1,0 +1,45 @@
+#include "platform/qt/http_client.hpp"
+#include "support/qt/loopback_server.hpp"
+#include "support/qt/window_test.hpp"
+
+namespace quintara::test {
+
+struct OpenUrlTest : WindowTest {
+  std::optional<ErrorKind> failureOf(const std::string& url) {
+    CurlHttpClient http(application.dispatcher(), {.bytes = 100});
+    return WindowTest::failureOf([&] { body = http.OpenURL(url, 0); });
+  }
+  std::string body;
+};
+
+TEST_F(OpenUrlTest, TooManyRedirectsTooLongABodyAndWhatCannotBeAskedForAreFailedTransfers) {
+  LoopbackServer loop("HTTP/1.1 302 Found\r\nContent-Length: 0\r\nLocation: /again\r\n\r\n");
+  EXPECT_EQ(failureOf(loop.url("/table.csv")), ErrorKind::TransferFailed);
+  EXPECT_EQ(loop.targets.size(), 4U);
+  LoopbackServer server("HTTP/1.1 200 OK\r\n\r\n" + std::string(101, 'x'));
+  EXPECT_EQ(failureOf(server.url("/")), ErrorKind::TransferFailed);
+  const std::string withUser = "http://user:secret@" + server.url("/").substr(7);
+  for (const char* url :
+       {withUser.c_str(), "http:///x", "file:///etc/hostname", "http://no\xC3\xA9 host/"})
+    EXPECT_EQ(failureOf(url), ErrorKind::TransferFailed) << url;
+  EXPECT_EQ(server.targets.size(), 1U);
+}
+
+TEST_F(OpenUrlTest, TheTargetIsSentAsItStandsButForWhatHttpForbidsAndThroughNoProxy) {
+  const std::string content = std::string("a\0b", 3) + std::string(97, 'x');
+  LoopbackServer server("HTTP/1.1 200 OK\r\n\r\n" + content);
+  const std::pair<std::string, std::string> cases[] = {
+      {"/d/quotes.csv?s=^GSPC&f=sl1", "/d/quotes.csv?s=^GSPC&f=sl1"},
+      {"/t?s=a b#c\x01\x7F\xC3\x84%41%zz+\"<|>", "/t?s=a%20b%23c%01%7F%C3%84%41%zz+\"<|>"},
+      {"/a/../b/./c?", "/a/../b/./c?"},
+  };
+  qputenv("http_proxy", "http://127.0.0.1:1");
+  for (const auto& [asked, sent] : cases) {
+    EXPECT_EQ(failureOf(server.url(asked)), std::nullopt);
+    EXPECT_EQ(body, content);
+    EXPECT_EQ(server.targets.back(), sent);
+  }
+  qunsetenv("http_proxy");
+}
+
+}  // namespace quintara::test

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+namespace quintara::quotes {
+
+// A folder of its own for one test.
+struct TemporaryFolder {
+  TemporaryFolder() : path(::mkdtemp(std::string("/tmp/quotes-XXXXXX").data())) {}
+  TemporaryFolder(const TemporaryFolder&) = delete;
+  ~TemporaryFolder() { std::filesystem::remove_all(path); }
+
+  void write(const std::string& name, const std::string& text) const {
+    std::ofstream(path / name, std::ios::binary) << text;
+  }
+
+  const std::filesystem::path path;
+};
+
+}  // namespace quintara::quotes

@@ -1,0 +1,107 @@
+#pragma once
+
+#include <sys/socket.h>
+
+#include <QTcpServer>
+#include <QTcpSocket>
+#include <QThread>
+#include <QTimer>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "support/wire.hpp"
+
+namespace quintara::test {
+
+/// What a client gets for its request, byte by byte.
+struct Reply {
+  enum class End { Close, Reset, Silence };
+  std::string bytes;
+  End end = End::Close;
+  int times = 1;    ///< how often the bytes are sent
+  int pauseMs = 0;  ///< before each time
+};
+
+inline Reply ok(const std::string& body) {
+  return {"HTTP/1.1 200 OK\r\nContent-Length: " + std::to_string(body.size()) + "\r\n\r\n" + body};
+}
+
+/// The two endpoints of the quote service on a port of its own, served by a thread of its own.
+class FaultyServer {
+ public:
+  /// Serves a table of 200 bars and its quote.
+  FaultyServer() : listener_(std::make_unique<QTcpServer>()) {
+    QObject::connect(listener_.get(), &QTcpServer::newConnection, listener_.get(),
+                     [this] { accept(); });
+    listener_->moveToThread(&thread_);
+    thread_.start();
+    serve(ok(table(200)), ok(quote()));
+    refuse(false);
+  }
+  FaultyServer(const FaultyServer&) = delete;
+  FaultyServer& operator=(const FaultyServer&) = delete;
+  ~FaultyServer() {
+    there([this] { listener_.reset(); });
+    thread_.quit();
+    thread_.wait();
+  }
+
+  [[nodiscard]] std::string host() const { return "127.0.0.1:" + std::to_string(port_); }
+  void serve(const Reply& table, const Reply& quote) {
+    there([&] {
+      table_ = table;
+      quote_ = quote;
+    });
+  }
+  /// Connections are refused until it is called again with false.
+  void refuse(bool refusing) {
+    there([this, refusing] {
+      listener_->close();
+      if (!refusing) listener_->listen(QHostAddress::LocalHost, port_);
+      if (!refusing) port_ = listener_->serverPort();
+    });
+  }
+
+ private:
+  /// Runs it where the sockets live, and returns when it is done.
+  void there(const std::function<void()>& action) {
+    QMetaObject::invokeMethod(listener_.get(), action, Qt::BlockingQueuedConnection);
+  }
+  void accept() {
+    QTcpSocket* const client = listener_->nextPendingConnection();
+    QObject::connect(client, &QTcpSocket::disconnected, client, &QObject::deleteLater);
+    // The request is small enough to come in one piece, and nothing follows it.
+    QObject::connect(client, &QTcpSocket::readyRead, client, [this, client] {
+      send(*client, client->readAll().startsWith("GET /d/") ? quote_ : table_);
+    });
+  }
+  static void send(QTcpSocket& client, const Reply& reply) {
+    auto* timer = new QTimer(&client);
+    timer->callOnTimeout(&client, [&client, timer, reply, left = reply.times]() mutable {
+      if (client.bytesToWrite() > 0) return;
+      if (left-- > 0) {
+        client.write(reply.bytes.data(), static_cast<qint64>(reply.bytes.size()));
+      } else {
+        timer->stop();
+        finish(client, reply.end);
+      }
+    });
+    timer->start(reply.pauseMs);
+  }
+  static void finish(QTcpSocket& client, Reply::End end) {
+    if (end == Reply::End::Close) client.disconnectFromHost();
+    if (end != Reply::End::Reset) return;
+    const linger atOnce{1, 0};
+    setsockopt(static_cast<int>(client.socketDescriptor()), SOL_SOCKET, SO_LINGER, &atOnce,
+               sizeof atOnce);
+    client.abort();
+  }
+
+  Reply table_, quote_;
+  quint16 port_ = 0;
+  QThread thread_;
+  std::unique_ptr<QTcpServer> listener_;
+};
+
+}  // namespace quintara::test

@@ -1,0 +1,112 @@
+#include "values/text.hpp"
+
+#include <gtest/gtest.h>
+
+#include <tuple>
+
+#include <limits>
+
+#include "support/fakes.hpp"
+#include "values/numbers.hpp"
+
+namespace quintara::test {
+namespace {
+
+TEST(DefaultText, HasSevenDigitsAndNoExponent) {
+  const std::tuple<float, const char*> kCases[] = {
+      {0, "0"},
+      {-0.0F, "0"},
+      {12.5F, "12.5"},
+      {100, "100"},
+      {0.5F, "0.5"},
+      {-0.25F, "-0.25"},
+      {28.287F, "28.287"},
+      {12345.678F, "12345.68"},
+      {99999.997F, "100000"},
+      {9999999, "9999999"},
+      {0.0001F, "0.0001"},
+      {16777216, "16777216"},
+      {1e20F, "100000002004087734272"},
+      {0.00001234F, "0.00001234"},
+  };
+  for (const auto& [value, text] : kCases) {
+    EXPECT_EQ(defaultText(value), text);
+    const ScopedSeparator comma(",");
+    std::string expected = text;
+    if (const auto at = expected.find('.'); at != std::string::npos) expected[at] = ',';
+    EXPECT_EQ(defaultText(value), expected);
+  }
+}
+
+TEST(DefaultText, OfExtremePricesNeverReadsBackLarger) {
+  for (float value = 1e-38F; value < 1e38F; value *= 1.37F) {
+    if (value >= 1e-4F && value < 1e7F) continue;
+    const std::string text = defaultText(value);
+    EXPECT_EQ(text.find_first_not_of("0123456789."), std::string::npos) << text;
+    EXPECT_LE(toSingle(readLeadingNumber(text)), value) << text;
+    EXPECT_NEAR(readLeadingNumber(text) / value, 1, 2e-6) << text;
+  }
+}
+
+TEST(GridLabels, AreTwoDecimalsOrThePrintForm) {
+  EXPECT_EQ(twoDecimals(5.25F), "5.25");
+  EXPECT_EQ(twoDecimals(0.125F), "0.13") << "a half goes away from zero";
+  EXPECT_EQ(twoDecimals(-0.125F), "-0.13");
+  EXPECT_EQ(twoDecimals(-0.001F), "0.00");
+  EXPECT_EQ(printForm(21), " 21 ");
+  EXPECT_EQ(printForm(-21), "-21 ");
+  EXPECT_EQ(printForm(123456), " 123456 ");
+  const ScopedSeparator comma(",");
+  EXPECT_EQ(twoDecimals(5.25F), "5,25");
+}
+
+TEST(LeadingNumber, IsReadAsFarAsItGoes) {
+  const std::tuple<const char*, double> kCases[] = {
+      {"", 0},      {"12.5", 12.5}, {"12,5", 12},      {"1,234.50", 1}, {"4 2.5x", 42.5},
+      {"word", 0},  {"1e2", 100},   {"1D2", 100},      {"1e", 1},       {"1e+", 1},
+      {"-5", -5},   {"- 5", -5},    {"+ .5", 0.5},     {".", 0},        {"1.2.3", 1.2},
+      {"&H1F", 31}, {"&o17", 15},   {"&H", 0},         {"inf", 0},      {"nan", 0},
+      {"0x10", 0},  {"N/A", 0},     {"\t1\n2\r3", 12}, {"1e-999", 0},
+  };
+  const ScopedSeparator comma(",");  // which it must not follow
+  for (const auto& [text, value] : kCases) EXPECT_EQ(readLeadingNumber(text), value) << text;
+  const std::string zeros(400, '0');
+  for (const std::string& large : {std::string("1e999"), "1" + zeros + "e-5", "&HF" + zeros}) {
+    EXPECT_THROW(readLeadingNumber(large), RuntimeError) << large;
+  }
+  EXPECT_EQ(readLeadingNumber("." + zeros + "1"), 0);
+}
+
+TEST(LocaleNumber, FollowsTheUsersSeparatorAndNothingElse) {
+  const std::tuple<const char*, const char*, double> kCases[] = {
+      {".", "12.5", 12.5}, {".", " 12.5\r\n", 12.5}, {".", "-.5", -0.5},  {".", "5.", 5},
+      {".", "1e3", 1000},  {".", "12,5", NAN},       {",", "12,5", 12.5}, {",", "12.5", NAN},
+      {"", "12.5", 12.5},  {"'", "12'5", 12.5},      {"'", "12.5", NAN},  {".", "1,234.5", NAN},
+      {".", "", NAN},      {".", "N/A", NAN},        {".", "inf", NAN},   {".", "nan", NAN},
+      {".", "0x1p3", NAN}, {".", "1 2", NAN},        {".", "-", NAN},     {".", "1e", NAN},
+  };
+  for (const auto& [separator, text, value] : kCases) {
+    const ScopedSeparator scoped(separator);
+    if (std::isnan(value)) {
+      EXPECT_THROW(readLocaleNumber(text), RuntimeError) << separator << text;
+    } else {
+      EXPECT_EQ(readLocaleNumber(text), value) << separator << text;
+    }
+  }
+}
+
+TEST(Numbers, AreRoundedHalfToEvenAndChecked) {
+  EXPECT_EQ(toInt16(232.5), 232);
+  EXPECT_EQ(toInt16(233.5), 234);
+  EXPECT_EQ(toInt16(-0.5), 0);
+  EXPECT_THROW(toInt16(32767.5), RuntimeError);
+  EXPECT_EQ(roundTo3(0.0625), 0.062) << "an exact half";
+  EXPECT_EQ(roundTo3(28.28704), 28.287);
+  const float kMost = std::numeric_limits<float>::max();
+  EXPECT_THROW(toSingle(1e39), RuntimeError);
+  EXPECT_THROW(Single(kMost) + kMost, RuntimeError);
+  EXPECT_THROW(Single(1) / 0, RuntimeError);
+}
+
+}  // namespace
+}  // namespace quintara::test
