@@ -28,6 +28,9 @@ done
 step "Static checks"
 scripts/tidy.sh build/release
 
+step "Fuzzing"
+scripts/fuzz.sh 10
+
 # The release tests come last: their closing line is the one that counts.
 step "Tests: asan"
 ctest --preset asan -j "$jobs" --no-tests=error

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <nlohmann/json.hpp>
-#include <optional>
 
 #include "service/text.hpp"
 
@@ -11,17 +10,13 @@ namespace {
 
 using nlohmann::json;
 
-std::optional<json::json_pointer> pointerOf(const std::string& text) {
-  try {
-    return json::json_pointer(text);
-  } catch (const json::exception&) {
-    return std::nullopt;
-  }
-}
-
 const json* at(const json& node, const std::string& path) {
-  const auto pointer = pointerOf(path);
-  return pointer && node.contains(*pointer) ? &node.at(*pointer) : nullptr;
+  try {
+    const json::json_pointer pointer(path);
+    return node.contains(pointer) ? &node.at(pointer) : nullptr;
+  } catch (const json::exception&) {
+    return nullptr;  // no path, or a place in a list that is no number or a huge one
+  }
 }
 
 // The field of a row, or of an object of lists; nothing if it is not there.
@@ -144,7 +139,14 @@ class JsonReader {
 
 }  // namespace
 
-bool isJsonPath(std::string_view text) { return pointerOf(std::string(text)).has_value(); }
+bool isJsonPath(const std::string& text) {
+  try {
+    json::json_pointer{text};
+    return true;
+  } catch (const json::exception&) {
+    return false;
+  }
+}
 
 PriceRows parseJsonRows(std::string_view text, const std::string& path, const RowRules& rules) {
   const json whole = json::parse(text, nullptr, false);

@@ -8,7 +8,7 @@
 namespace quintara::quotes {
 
 // Whether the text is a JSON pointer, as in /data/prices or /result/0.
-bool isJsonPath(std::string_view text);
+bool isJsonPath(const std::string& text);
 
 // Daily prices out of JSON. At `path` stand
 // - a list of rows, each an object, or a list whose fields are named by their places from 0 on;

@@ -45,7 +45,7 @@ std::string missingColumns(const Layout& layout, const RowRules& rules) {
   std::string missing;
   for (std::size_t column = rules.undated ? kOpen : kDate; column < kVolume; ++column) {
     if (layout.positions.at(column) == kAbsent) {
-      missing += (missing.empty() ? "no column " : ", ") + rules.names.at(column);
+      missing += (missing.empty() ? "no column " : ", ") + escaped(rules.names.at(column));
     }
   }
   return missing;

@@ -20,10 +20,11 @@ std::optional<std::int64_t> parseVolume(std::string_view text, bool comma) {
 
 // Whole or not at all: whoever hides a secret in the complaint must not meet half of it.
 std::string notUnderstood(const std::string& name, std::string_view text) {
+  const std::string shown = escaped(name);
   if (text.empty()) {
-    return name + " is missing";
+    return shown + " is missing";
   }
-  return name + (text.size() > kLongestQuoted ? "" : " \"" + escaped(text) + "\"") +
+  return shown + (text.size() > kLongestQuoted ? "" : " \"" + escaped(text) + "\"") +
          " is not understood";
 }
 

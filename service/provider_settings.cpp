@@ -90,7 +90,8 @@ int numberOf(const std::string& value, int lowest, int highest) {
 
 void setCaFile(std::filesystem::path& target, const std::string& value) {
   target = value;
-  if (!target.is_absolute() || !std::filesystem::is_regular_file(target) ||
+  std::error_code error;
+  if (!target.is_absolute() || !std::filesystem::is_regular_file(target, error) ||
       ::access(value.c_str(), R_OK) != 0) {
     refuse("not the whole path of a file that can be read");
   }

@@ -36,12 +36,15 @@ UrlTemplate::UrlTemplate(std::string text, const Filling& example) : text_(std::
   const bool visible = std::all_of(text_.begin(), text_.end(),
                                    [](char c) { return c > ' ' && c <= '~' && c != '#'; });
   const auto parts = visible ? urlParts(filledWith(example)) : std::nullopt;
-  const auto authority = text_.find("://");
-  if (!parts || authority == text_.npos) {
+  if (!parts || text_.find("://") == text_.npos) {
     throw std::invalid_argument("not an http or https address without a user's name in it");
   }
-  const auto path = text_.find_first_of("/?", authority + 3);
-  if (text_.find('{') < path) {
+  // libcurl decides where the host's name ends: it forgives a third slash, for one.
+  Filling other = example;
+  for (auto& [name, value] : other) {
+    value += '0';
+  }
+  if (urlParts(filledWith(other)) != parts) {
     throw std::invalid_argument("a placeholder in the name of the host");
   }
   if (!names("symbol") && !names("symbol_lower")) {

@@ -35,8 +35,8 @@ bool isLarge(std::string_view number) {
 }
 
 /// Reads the number at the start of `text`, which goes on behind it from `end`: an optional sign,
-/// digits with at most one full stop, an exponent. No number leaves `end` at the start.
-/// Throws Overflow.
+/// digits with at most one full stop, an exponent. No number leaves `end` at the start; one beyond
+/// a double's range is infinite.
 double readNumber(std::string_view text, const char*& end) {
   end = text.data();
   std::string_view number = text;
@@ -50,9 +50,13 @@ double readNumber(std::string_view text, const char*& end) {
   if (result.ec == std::errc::invalid_argument) return 0;
   end = result.ptr;
   if (result.ec == std::errc::result_out_of_range) {
-    if (isLarge({number.data(), result.ptr})) throw RuntimeError(ErrorKind::Overflow);
-    return 0;
+    return isLarge({number.data(), result.ptr}) ? HUGE_VAL : 0;
   }
+  return value;
+}
+
+double withinRange(double value) {
+  if (!std::isfinite(value)) throw RuntimeError(ErrorKind::Overflow);
   return value;
 }
 
@@ -65,8 +69,7 @@ double readWhole(std::string_view text, std::size_t base) {
     if (digit >= base) break;
     value = value * static_cast<double>(base) + static_cast<double>(digit);
   }
-  if (!std::isfinite(value)) throw RuntimeError(ErrorKind::Overflow);
-  return value;
+  return withinRange(value);
 }
 
 }  // namespace
@@ -89,7 +92,7 @@ double readLocaleNumber(std::string_view text) {
   const char* end = nullptr;
   const double value = readNumber(text, end);
   if (end != text.data() + text.size()) throw RuntimeError(ErrorKind::TypeMismatch);
-  return value;
+  return withinRange(value);
 }
 
 double readLeadingNumber(std::string_view text) {
@@ -104,7 +107,7 @@ double readLeadingNumber(std::string_view text) {
   std::replace_if(
       packed.begin(), packed.end(), [](char c) { return c == 'd' || c == 'D'; }, 'e');
   const char* end = nullptr;
-  return readNumber(packed, end);
+  return withinRange(readNumber(packed, end));
 }
 
 }  // namespace quintara
