@@ -23,6 +23,13 @@ bool meantForLoopback(const httplib::Request& request) {
   return std::all_of(first, last, [](const auto& header) { return namesLoopback(header.second); });
 }
 
+// A browser says so when a page asks, be it that it never gets to see the reply: a page of another
+// site could still use up a provider's quota.
+bool askedByAPage(const httplib::Request& request) {
+  return request.has_header("Origin") || (request.has_header("Sec-Fetch-Site") &&
+                                          request.get_header_value("Sec-Fetch-Site") != "none");
+}
+
 }  // namespace
 
 Listener::Listener(int port, std::string path, Answer answer, Log log)
@@ -89,6 +96,9 @@ void Listener::reply(const httplib::Request& request, httplib::Response& respons
   try {
     if (!meantForLoopback(request)) {
       throw Refusal(403, "this service answers requests to 127.0.0.1 and localhost only");
+    }
+    if (askedByAPage(request)) {
+      throw Refusal(403, "this service does not answer web pages");
     }
     if (request.path != path_) {
       throw Refusal(404, "only " + path_ + " is served here");

@@ -31,7 +31,8 @@ int serve(const ServerSettings& settings) {
   const sigset_t signals = blockStopSignals();
   Server server(settings);
   server.start();
-  if (!settings.prices.empty() && !std::filesystem::is_directory(settings.prices)) {
+  std::error_code error;
+  if (!settings.prices.empty() && !std::filesystem::is_directory(settings.prices, error)) {
     settings.log.info("no own prices: there is no folder " + escaped(settings.prices.string()));
   }
   const timespec once{1, 0};

@@ -27,16 +27,24 @@ struct CloseDirectory {
 using Directory = std::unique_ptr<DIR, CloseDirectory>;
 
 // The entry with this name in any case. Where several differ in case alone the first in byte order
-// is taken, so that the choice does not depend on the order of the directory.
+// is taken, so that the choice does not depend on the order of the directory. Throws
+// std::system_error.
 std::optional<std::string> entryNamed(DIR* directory, const std::string& name) {
   std::optional<std::string> best;
-  while (const dirent* entry = ::readdir(directory)) {
+  for (;;) {
+    errno = 0;
+    const dirent* entry = ::readdir(directory);
+    if (entry == nullptr && errno != 0) {
+      throw std::system_error(errno, std::generic_category());
+    }
+    if (entry == nullptr) {
+      return best;
+    }
     const std::string_view found = static_cast<const char*>(entry->d_name);
     if (equalIgnoringCase(found, name) && (!best || found < *best)) {
       best = found;
     }
   }
-  return best;
 }
 
 bool unchanged(const struct stat& before, const struct stat& after) {
@@ -97,6 +105,11 @@ PriceFolder::PriceFolder(std::filesystem::path folder, Log log, std::stop_token 
 
 Found PriceFolder::find(const std::string& ticker, Day) {
   const Directory directory(::opendir(folder_.c_str()));
+  if (!directory && errno != ENOENT && errno != ENOTDIR) {
+    const std::string reason = "own prices cannot be read: " + reasonFor(errno);
+    log_.warning(reason);
+    return Unusable{reason};
+  }
   const auto name = directory ? entryNamed(directory.get(), ticker + ".CSV") : std::nullopt;
   if (!name) {
     return NotFound{};

@@ -23,7 +23,8 @@ class Provider {
   Provider(ProviderSettings settings, std::stop_token stop);
 
   // The daily table, and on top of it the quote. A quote without a date is that of the latest
-  // weekday; one without usable prices, as before the day's first trade, is left out.
+  // weekday; one without usable prices, as before the day's first trade, is left out. A quote that
+  // cannot be had fails the whole: a chart without it would pass for one of today.
   ProviderReply ask(const std::string& ticker, Day today) const;
 
   const ProviderSettings& settings() const { return settings_; }

@@ -49,7 +49,7 @@ Found ProviderSource::find(const std::string& ticker, Day today) {
   } catch (const std::exception& error) {
     log_.error(escaped(error.what()));
   }
-  promise.set_value(found);
+  // First the time, then the answer: should handing it on fail, the entry ends all the same.
   lock.lock();
   const auto entry = entries_.find(ticker);
   if (entry != entries_.end() && entry->second.number == number) {
@@ -58,6 +58,8 @@ Found ProviderSource::find(const std::string& ticker, Day today) {
         Clock::now() +
         (std::holds_alternative<Failed>(found) ? std::min(time, kFailureTime) : time);
   }
+  lock.unlock();
+  promise.set_value(found);
   return found;
 }
 

@@ -26,6 +26,7 @@ Server::Server(ServerSettings settings) : settings_(std::move(settings)) {}
 Server::~Server() { stop(); }
 
 void Server::start() {
+  stop();
   stop_ = std::stop_source();
   desk_ =
       std::make_unique<QuoteDesk>(standardSources(settings_, stop_.get_token()), settings_.today);

@@ -37,7 +37,8 @@ class Server {
   Server(const Server&) = delete;
   Server& operator=(const Server&) = delete;
 
-  // Both ports answer when it returns. Throws PortTaken or std::system_error, with no port taken.
+  // Both ports answer when it returns; a server that runs is stopped first. Throws PortTaken or
+  // std::system_error, with no port taken.
   void start();
   // Replies under way have half a second to finish. A stopped server can be started again.
   void stop();
