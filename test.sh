@@ -19,9 +19,7 @@ git ls-files '*.cpp' '*.hpp' | xargs clang-format --dry-run --Werror
 
 for preset in release asan; do
   step "Build: $preset"
-  tests=(-DQUINTARA_TESTS=ON)
-  [ "$preset" = asan ] || tests+=(-DQUINTARA_BENCH=ON)
-  quietly cmake --preset "$preset" "${tests[@]}"
+  quietly cmake --preset "$preset"
   quietly cmake --build "build/$preset" -j "$jobs"
 done
 

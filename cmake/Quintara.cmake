@@ -8,7 +8,7 @@ set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 add_library(quintara_settings INTERFACE)
 target_include_directories(quintara_settings INTERFACE "${PROJECT_SOURCE_DIR}/src")
 target_compile_options(quintara_settings INTERFACE
-  -Wall -Wextra -Wconversion -Wshadow -Werror
+  -Wall -Wextra -Wconversion -Wshadow $<$<BOOL:${QUINTARA_WERROR}>:-Werror>
   # GCC 12 takes the concatenation of strings for overlapping copies; GCC 13 no longer does.
   $<$<AND:$<CXX_COMPILER_ID:GNU>,$<VERSION_LESS:$<CXX_COMPILER_VERSION>,13>>:-Wno-restrict>
   # A fused multiply-add rounds once where the rules of the levels round twice.
@@ -26,13 +26,12 @@ function(quintara_room name)
   target_link_libraries(${name} PUBLIC quintara_settings ${ROOM_LINKS} PRIVATE ${ROOM_PRIVATE_LINKS})
 endfunction()
 
-# quintara_test(NAME SOURCES... LINKS target... [ENVIRONMENT VAR=value...]): one GoogleTest program,
-# one CTest entry for each of its tests.
+# quintara_test(NAME SOURCES... LINKS target... [ENVIRONMENT VAR=value...]): one GoogleTest program
+# and its entry in CTest.
 function(quintara_test name)
   cmake_parse_arguments(TEST "" "" "SOURCES;LINKS;ENVIRONMENT" ${ARGN})
   add_executable(${name} ${TEST_SOURCES})
   target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
-  target_compile_definitions(${name} PRIVATE QUINTARA_TEST_DATA="${PROJECT_SOURCE_DIR}/tests/data")
   target_link_libraries(${name} PRIVATE quintara_settings ${TEST_LINKS} GTest::gmock GTest::gtest_main)
   set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/tests")
   add_test(NAME ${name} COMMAND ${name})

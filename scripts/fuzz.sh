@@ -33,5 +33,5 @@ try() {
 } >&2
 export -f try
 
-find fuzz/corpus -mindepth 1 -maxdepth 1 -printf '%f\0' | sort -z |
+find "$build/targets" -type f -executable -printf '%f\0' | sort -z |
   xargs -0 -n 1 -P "$(nproc)" bash -c 'try "$0" || exit 1'

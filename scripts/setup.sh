@@ -9,7 +9,7 @@ packages=(
   qt6-base-dev qt6-svg-dev qt6-tools-dev qt6-tools-dev-tools qt6-documentation-tools
   libgl-dev libvulkan-dev
   libqt6sql6-sqlite            # the help viewer's index is a database
-  qt6-qpa-plugins qt6-wayland  # windows under X11 and Wayland
+  qt6-wayland                  # windows under Wayland; those under X11 come with the toolkit
   libcurl4-openssl-dev libcpp-httplib-dev nlohmann-json3-dev
   fonts-liberation             # the sans font the layout is drawn for
   fonts-dejavu-core            # what plain sans means to the help viewer
@@ -17,7 +17,7 @@ packages=(
 )
 if [ "${1:-run}" = test ]; then
   packages+=(
-    libgtest-dev libgmock-dev libbenchmark-dev
+    git libgtest-dev libgmock-dev libbenchmark-dev
     clang-format clang-tidy clang libclang-rt-14-dev
     xvfb xauth x11-utils openbox wmctrl xdotool xclip imagemagick procps openssl
     at-spi2-core dbus dbus-x11 dbus-daemon python3 python3-gi gir1.2-atspi-2.0

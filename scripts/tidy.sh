@@ -9,7 +9,9 @@ mkdir -p "$stamps"
 
 common=$(cat .clang-tidy $(git ls-files 'src/*.hpp' 'service/*.hpp') | sha256sum | cut -c1-16)
 todo=()
-for file in $(git ls-files 'src/*.cpp' 'service/*.cpp'); do
+files=$(git ls-files 'src/*.cpp' 'service/*.cpp')
+[ -f "$build/compile_commands.json" ] || { echo "tidy: $build is not configured" >&2; exit 1; }
+for file in $files; do
   key=$(sha256sum <"$file" | cut -c1-16)-$common
   [ -f "$stamps/${file//\//_}-$key" ] || todo+=("$file")
 done

@@ -60,7 +60,7 @@ std::int64_t DemoWalk::logClose() const {
 
 void DemoWalk::skip() {
   constexpr std::int64_t kMoodDays = 12;
-  constexpr std::int64_t kPull = 40;  // days in which chance is half forgotten, roughly
+  constexpr std::int64_t kPull = 40;  // days after which a third of chance is left, roughly
   const auto mood = mixed(character_.seed + static_cast<std::uint64_t>(day_ / kMoodDays)) % 101;
   const std::int64_t loudness = 50 + static_cast<std::int64_t>(mood);
   const std::int64_t move = chance(character_.shock, kMove) * loudness / 100;

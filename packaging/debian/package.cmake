@@ -1,11 +1,14 @@
 # The Debian package, made by `cpack` in the build folder.
 
-# Version and revision have one home: the newest entry of the package's change log.
+# The revision has one home: the newest entry of the package's change log.
 file(STRINGS "${changes}" newest LIMIT_COUNT 1)
 if(NOT newest MATCHES "^quintara \\(([0-9.]+)-([0-9]+)\\)")
   message(FATAL_ERROR "${changes} does not begin with \"quintara (VERSION-REVISION)\"")
 endif()
 set(CPACK_PACKAGE_VERSION ${CMAKE_MATCH_1})
+if(NOT CMAKE_MATCH_1 STREQUAL PROJECT_VERSION)
+  message(FATAL_ERROR "${changes} is about ${CMAKE_MATCH_1}, the project is ${PROJECT_VERSION}")
+endif()
 set(CPACK_DEBIAN_PACKAGE_RELEASE ${CMAKE_MATCH_2})
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${changes}")
 

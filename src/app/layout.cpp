@@ -217,6 +217,7 @@ void addResultRow(Designs& controls, const ResultFrame& frame, std::size_t row) 
         said));
     if (!frame.targets) continue;
     const std::string box = "chk" + set + kTargetBoxEndings.at(i);
+    // One box is narrower than its neighbours.
     const float width = box == "chkA2E1618" ? 240 : 255;
     controls.push_back(
         meaning(design(Kind::CheckBox, box, frame.frame, "", {kBoxLefts.at(i), top, width, 255}),

@@ -9,6 +9,11 @@ namespace {
 
 enum ChartType : std::int16_t { kCandles = 0, kLine = 1, kBars = 2 };
 
+/// Pixels kept free above the highest price, for the price at the pointer, and below the lowest,
+/// for the dates.
+constexpr double kHeadroom = 90;
+constexpr double kFootroom = 25;
+
 void setChartScale(ChartState& state, DrawingSurface& picChart) {
   picChart.setScaleModePixels();
   const std::int16_t height = toInt16(picChart.ScaleHeight());
@@ -17,7 +22,8 @@ void setChartScale(ChartState& state, DrawingSurface& picChart) {
   const double min = state.sngMin;
   state.sngPricePerPixel = toSingle((max - min) / height);
   const double p = state.sngPricePerPixel;
-  picChart.Scale(picChart.ScaleWidth(), toSingle(max + 90 * p), 0, toSingle(min - 25 * p));
+  picChart.Scale(picChart.ScaleWidth(), toSingle(max + kHeadroom * p), 0,
+                 toSingle(min - kFootroom * p));
 }
 
 void drawClosingLine(const ChartState& state, DrawingSurface& picChart) {

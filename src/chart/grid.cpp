@@ -13,6 +13,8 @@ namespace {
 constexpr Colour kAxisColour{0x00E0E0E0};
 constexpr Colour kGridColour{0x00C0C0C0};
 constexpr float kAxisX = 2;
+constexpr float kAxisBelow = 23;  // pixels from the lowest price down to the date axis
+constexpr float kTickBelow = 18;  // and to the upper end of its ticks
 constexpr int kMostPriceLines = 1000;
 
 void dottedLine(DrawingSurface& picChart, float x1, float y1, float x2, float y2) {
@@ -46,7 +48,7 @@ void drawPriceLine(DrawingSurface& picChart, float y, Single pricePerPixel) {
 bool drawPriceGrid(const ChartState& state, DrawingSurface& picChart) {
   const Single step = (Single(state.sngMax) - state.sngMin) / 10;
   const Single end = state.sngMax;
-  Single y = toSingle(state.sngMin * 1.05);
+  Single y = toSingle(state.sngMin * 1.05);  // the first line stands clear of the date axis
   const auto within = [&] { return step < 0 ? !(y < end) : !(y > end); };
   if (step == 0 && within()) return false;
   for (int lines = 0; within() && lines < kMostPriceLines; ++lines) {
@@ -64,7 +66,7 @@ void drawDateGrid(const ChartState& state, DrawingSurface& picChart, float axisY
   for (std::size_t i = 10; i <= count; i += step) {
     const Candle& candle = state.candles().Item(i);
     const float middle = (Single(candle.Left) + 1).value();
-    const float tickTop = (state.sngMin - 18 * Single(state.sngPricePerPixel)).value();
+    const float tickTop = (state.sngMin - kTickBelow * Single(state.sngPricePerPixel)).value();
     picChart.Line(middle, axisY, middle, tickTop, kAxisColour);
     dottedLine(picChart, middle, state.sngMin, middle, state.sngMax);
     picChart.setCurrentX((Single(candle.Left) + 15).value());
@@ -76,7 +78,7 @@ void drawDateGrid(const ChartState& state, DrawingSurface& picChart, float axisY
 }  // namespace
 
 void Grid(const ChartState& state, DrawingSurface& picChart) {
-  const float axisY = (state.sngMin - 23 * Single(state.sngPricePerPixel)).value();
+  const float axisY = (state.sngMin - kAxisBelow * Single(state.sngPricePerPixel)).value();
   picChart.Line(kAxisX, axisY, kAxisX, toSingle(state.sngMax * 1.1), kAxisColour);
   picChart.Line(kAxisX, axisY, kLinesEndX, axisY, kAxisColour);
   if (drawPriceGrid(state, picChart)) drawDateGrid(state, picChart, axisY);

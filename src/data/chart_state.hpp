@@ -39,7 +39,8 @@ struct ChartState {
   bool bDrawing = false;  ///< a drawing is in progress, or one failed
   bool bBusy = false;     ///< Draw Chart's guard; nothing sets it
 
-  /// Whether enough rows are loaded for a chart: an upper bound of 3 or more.
+  /// Whether enough rows are loaded for a chart: the quote, two of the table, and the empty one
+  /// behind the table's last line feed.
   [[nodiscard]] bool hasChart() const { return sRows.size() > 3; }
 
   /// The series. Throws ObjectNotSet before the first Draw Chart.

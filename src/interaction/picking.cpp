@@ -8,9 +8,6 @@ namespace quintara {
 namespace {
 
 constexpr std::int16_t kLeftButton = 1;
-constexpr std::int16_t kArrow = 0;
-constexpr std::int16_t kCrossHair = 2;
-constexpr std::int16_t kMouseIcon = 99;
 constexpr auto kHigh = &DragState::sngPickedHigh;
 constexpr auto kLow = &DragState::sngPickedLow;
 
@@ -29,11 +26,12 @@ const std::array<DropTarget, 8> kDropTargets{{
 
 void picChart_MouseDown(const ChartState& state, DragState& drag, const Readout& readout,
                         Screen& screen, const MouseEvent& event) {
+  // One row of the table is enough to pick from, though not for a chart.
   if (state.sRows.size() < 3 || event.Button != kLeftButton) return;
   drag.bDragging = true;
   drag.sngPickedLow = toSingle(readLocaleNumber(readout.lblLow.Caption()));
   drag.sngPickedHigh = toSingle(readLocaleNumber(readout.lblHigh.Caption()));
-  screen.setMousePointer(kMouseIcon);
+  screen.setMousePointer(kPicturePointer);
   screen.setMouseIcon("dragdrop2");
 }
 
@@ -41,7 +39,7 @@ void picChart_MouseUp(DragState& drag, const PictureBox& picChart, Screen& scree
                       const MouseEvent& event) {
   if (picChart.Point(event.X, event.Y) == 0) drag.letGo();
   drag.bDragging = false;
-  screen.setMousePointer(kCrossHair);
+  screen.setMousePointer(kCrossHairPointer);
 }
 
 void dropInto(TextBox& box, const DropTarget& target, DragState& drag, Screen& screen) {
@@ -49,7 +47,7 @@ void dropInto(TextBox& box, const DropTarget& target, DragState& drag, Screen& s
     box.setText(defaultText(drag.*target.written));
     drag.letGo();
   }
-  screen.setMousePointer(kArrow);
+  screen.setMousePointer(kArrowPointer);
 }
 
 }  // namespace quintara

@@ -10,9 +10,6 @@ namespace quintara {
 
 namespace {
 
-constexpr std::int16_t kArrow = 0;
-constexpr std::int16_t kCrossHair = 2;
-
 /// The bar whose slot [Left, Left + spacing) holds X; below 1 in the margin right of the newest.
 std::int16_t barNumber(float X, std::int16_t spacing) {
   const float slots = ((Single(X) - kFirstBarLeft) / spacing).value();
@@ -20,7 +17,7 @@ std::int16_t barNumber(float X, std::int16_t spacing) {
 }
 
 void leaveChart(const ChartState& state, const PointerControls& controls) {
-  controls.screen.setMousePointer(kArrow);
+  controls.screen.setMousePointer(kArrowPointer);
   OutOfPic(state, controls);
 }
 
@@ -47,7 +44,7 @@ void OutOfPic(const ChartState& state, const PointerControls& controls) {
 void picChart_MouseMove(const ChartState& state, const DragState& drag,
                         const PointerControls& controls, const MouseEvent& event) {
   if (drag.bDragging) return;
-  controls.screen.setMousePointer(kCrossHair);
+  controls.screen.setMousePointer(kCrossHairPointer);
   CandleData(state, controls, event.X, event.Y);
 }
 

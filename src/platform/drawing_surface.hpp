@@ -34,8 +34,8 @@ class DrawingSurface {
   [[nodiscard]] virtual float ScaleWidth() const = 0;
   [[nodiscard]] virtual float ScaleHeight() const = 0;
 
-  /// A one-unit-wide line, both ends included, in the current DrawStyle; or the outline of, or
-  /// the filled, rectangle with these corners. A box of zero height or width is a stroke.
+  /// A line one logical pixel wide, both ends included, in the current DrawStyle; or the outline
+  /// of, or the filled, rectangle with these corners. A box of zero height or width is a stroke.
   virtual void Line(float x1, float y1, float x2, float y2, Colour colour,
                     BoxMode box = BoxMode::None) = 0;
   virtual void setDrawStyle(DrawStyle style) = 0;

@@ -12,17 +12,21 @@ namespace quintara {
 
 using Date = std::chrono::year_month_day;
 
+/// What Screen's mouse pointer can be.
+inline constexpr std::int16_t kArrowPointer = 0;
+inline constexpr std::int16_t kCrossHairPointer = 2;
+inline constexpr std::int16_t kPicturePointer = 99;  ///< the picture of MouseIcon
+
 /// The screen and its one application-wide mouse pointer.
 class Screen {
  public:
   virtual ~Screen() = default;
   [[nodiscard]] virtual float Width() const = 0;  ///< twips
   [[nodiscard]] virtual float Height() const = 0;
-  /// 0 arrow, 2 cross-hair, 99 the picture of MouseIcon. In force over every window until set
-  /// again.
+  /// In force over every window until set again.
   virtual void setMousePointer(std::int16_t pointer) = 0;
   [[nodiscard]] virtual std::int16_t MousePointer() const = 0;
-  /// The picture for pointer 99, by its name in the program's art.
+  /// The picture for kPicturePointer, by its name in the program's art.
   virtual void setMouseIcon(std::string_view picture) = 0;
 };
 

@@ -12,8 +12,6 @@ namespace quintara {
 
 namespace {
 
-constexpr std::int16_t kCrossHair = 2;
-constexpr std::int16_t kPicture = 99;
 /// Under the tip of the thumb in the one picture that serves as a pointer.
 constexpr QPoint kHotSpot(12, 9);
 
@@ -44,15 +42,16 @@ void QtScreen::setMousePointer(std::int16_t pointer) {
 void QtScreen::setMouseIcon(std::string_view picture) {
   if (picture == icon_) return;
   icon_ = picture;
-  if (pointer_ == kPicture) showPointer();
+  if (pointer_ == kPicturePointer) showPointer();
 }
 
 void QtScreen::showPointer() const {
-  if (pointer_ != kCrossHair && pointer_ != kPicture) {
+  if (pointer_ != kCrossHairPointer && pointer_ != kPicturePointer) {
     QGuiApplication::restoreOverrideCursor();
     return;
   }
-  const QCursor cursor = pointer_ == kCrossHair ? QCursor(Qt::CrossCursor) : pictureCursor(icon_);
+  const QCursor cursor =
+      pointer_ == kCrossHairPointer ? QCursor(Qt::CrossCursor) : pictureCursor(icon_);
   // Overriding twice would stack.
   if (QGuiApplication::overrideCursor() == nullptr) {
     QGuiApplication::setOverrideCursor(cursor);
