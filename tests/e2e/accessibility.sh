@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# The real program as a screen reader and a keyboard meet it.
+# The real program as a screen reader meets it.
 # Usage: accessibility.sh FOLDER-OF-THE-PROGRAMS HISTORY-PORT QUOTES-PORT
 if [ -z "${READER_DISPLAY:-}" ]; then
   READER_DISPLAY=1 exec xvfb-run -a -s "-screen 0 1280x1000x24" dbus-run-session -- "$0" "$@"

@@ -10,39 +10,36 @@ started=()
 trap 'kill "${started[@]}" 2>/dev/null; wait; rm -rf "$work"' EXIT
 mkdir "$work/programs"
 ln -s "$programs/quintara-quotes" "$work/programs/"
-# A name of its own: the launcher itself sleeps, too, while its service starts.
-ln -s "$(command -v sleep)" "$work/programs/stand-in-window"
-printf '#!/bin/sh\nexec "%s/programs/stand-in-window" 300\n' "$work" >"$work/programs/quintara"
+printf '#!/usr/bin/perl\nsleep 300\n' >"$work/programs/quintara"
 chmod +x "$work/programs/quintara"
 
 listening() { (exec 3<>"/dev/tcp/127.0.0.1/$1") 2>/dev/null; }
-for ((history = 21000 + $$ % 5000 * 2; ; history += 2)); do
-  quotes=$((history + 1))
-  listening "$history" || listening "$quotes" || break
-done
-ports=(--history-port "$history" --quotes-port "$quotes")
+history=$((21000 + $$ % 5000 * 2))
+quotes=$((history + 1))
 export QUINTARA_HISTORY_PORT=$history QUINTARA_QUOTES_PORT=$quotes
 export XDG_RUNTIME_DIR=$work DISPLAY=:none WAYLAND_DISPLAY=
+service=("$programs/quintara-quotes" --history-port "$history" --quotes-port "$quotes")
 
-failures=0
 check() {  # check WHAT COMMAND...: holds now or within ten seconds
   for ((tries = 100; tries > 0; tries--)); do
     "${@:2}" && return
     sleep 0.1
   done 2>/dev/null
-  failures=$((failures + 1))
   echo "FAILED: $1"
+  cat "$work/log"
+  exit 1
 }
 gone() { ! kill -0 "$1"; }
 up() { listening "$history" && listening "$quotes"; }
 down() { ! listening "$history" && ! listening "$quotes"; }
 background() { "$@" 2>>"$work/log" & started+=("$!"); }
-window_of() { pgrep -P "$1" -x stand-in-window; }
-launch() {  # sets `launched` and `window` to the processes
+window_of() { pgrep -P "$1" -x quintara; }
+launch() {  # launch NAME: sets its launcher and its window to the processes
+  local -n processes=$1
   background "$launcher" "$work/programs"
-  launched=$!
-  check "a window opens" window_of "$launched" >/dev/null
-  window=$(window_of "$launched")
+  processes[launcher]=$!
+  check "a window opens" window_of "$!" >/dev/null
+  processes[window]=$(window_of "${processes[launcher]}")
 }
 close() { kill "$2" && wait "$1"; }  # close LAUNCHER PROCESS-TO-END
 refused() {  # refused WHAT WORDS: a launcher that ends at once with a message
@@ -50,38 +47,28 @@ refused() {  # refused WHAT WORDS: a launcher that ends at once with a message
   check "$1 is refused" [ "$?$(grep -c -- "$2" "$work/message")" = 11 ]
 }
 
-# Two windows, closed one after the other.
-launch; first=("$launched" "$window")
-launch; second=("$launched" "$window")
-check "one service for both" up
-close "${first[@]}"
-check "the service stays with the second window" up
-close "${second[@]}"
-listening "$history" && check "the service is down when the last launcher has ended" false
-
-# Killed launchers clean up nothing themselves.
-launch; first=("$launched" "$window")
-launch; second=("$launched" "$window")
-kill -KILL "${first[0]}"
-check "a killed launcher takes its window along" gone "${first[1]}"
-sleep 0.5
-check "its service stays for the other window" up
-kill -KILL "${second[0]}"
-check "the last one, too" gone "${second[1]}"
-check "the service does not outlive them" down
-
-# A request to end, as a session manager sends it.
-launch
-close "$launched" "$launched"
-check "the window ends with its launcher" gone "$window"
-check "and so does the service" down
+# Two windows, closed, ended as a session manager does it, or killed so that none can clean up.
+declare -A first second
+for ending in "TERM window" "TERM launcher" "KILL launcher"; do
+  read -r signal process <<<"$ending"
+  launch first
+  launch second
+  kill "-$signal" "${first[$process]}"
+  check "$ending: a window goes with its launcher" gone "${first[window]}"
+  sleep 0.5
+  check "$ending: the service stays with the second window" up
+  kill "-$signal" "${second[$process]}"
+  wait "${second[launcher]}" 2>/dev/null
+  [ "$signal" = KILL ] || down || check "$ending: no launcher ends before its service" false
+  check "$ending: the service does not outlive the windows" down
+done
 
 # A service that the user started is the user's to stop.
-background "$programs/quintara-quotes" "${ports[@]}"
+background "${service[@]}"
 own=$!
 check "own service" up
-launch
-close "$launched" "$window"
+launch first
+close "${first[launcher]}" "${first[window]}"
 sleep 0.5
 check "it is left alone" up
 close "$own" "$own"
@@ -100,12 +87,10 @@ for answer in $'HTTP/1.0 200 OK\r\nServer: other\r\n\r\n' ''; do
   close "$other" "$other"
 done
 if [ "$(id -u)" -eq 0 ]; then
-  HOME=/ background setpriv --reuid 65534 --clear-groups "$programs/quintara-quotes" "${ports[@]}"
+  HOME=/ background setpriv --reuid 65534 --clear-groups "${service[@]}"
   other=$!
   check "another user's service" up
   refused "another user's service" "another user"
   close "$other" "$other"
 fi
 DISPLAY='' refused "no display" "no display"
-
-[ "$failures" -eq 0 ] || { cat "$work/log"; exit 1; }
