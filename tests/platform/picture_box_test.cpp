@@ -1,4 +1,3 @@
-#include <QCursor>
 #include <cmath>
 
 #include "support/qt/window_test.hpp"
@@ -15,9 +14,8 @@ TEST_F(PictureBoxTest, MoveRaisesResizeAtOnceWhenTheSizeChangedAndRefusesNegativ
   picture.setScaleModePixels();
   picture.Move(300, 150, 3000, 1500);
   picture.Move(600, 150, 3000, 1500);
-  EXPECT_EQ(failureOf([&] { picture.Move(0, 0, -15, 1500); }), ErrorKind::InvalidSize);
-  EXPECT_EQ(failureOf([&] { picture.Move(0, 0, 1500, -15); }), ErrorKind::InvalidSize);
-  EXPECT_EQ(failureOf([&] { picture.Move(0, 0, NAN, 1500); }), ErrorKind::InvalidSize);
+  for (const auto& [width, height] : {std::pair{-15.F, 1500.F}, {1500.F, -15.F}, {NAN, 1500.F}})
+    EXPECT_EQ(failureOf([&] { picture.Move(0, 0, width, height); }), ErrorKind::InvalidSize);
   EXPECT_EQ(widths, std::vector<float>{200});
   EXPECT_EQ(picture.Left(), 600);
   picture.Resize = [] { throw RuntimeError(ErrorKind::Overflow); };
@@ -45,23 +43,6 @@ TEST_F(PictureBoxTest, WhatIsDrawnAppearsOnScreenAndIsReadBackUnderThePointer) {
     QTest::mouseRelease(form().windowHandle(), button, {}, {30, 36});
   QTest::mouseDClick(form().windowHandle(), Qt::LeftButton, {}, {30, 36});
   EXPECT_EQ(buttons, "013121111");
-}
-
-TEST_F(PictureBoxTest, ThePointerIsOneValueForAllWindows) {
-  add<TextBox>(ControlKind::TextBox, "txt", {80, 160, 60, 20}).MouseMove = [](const auto&) {};
-  show();
-  EXPECT_EQ(widget("txt").cursor().shape(), Qt::IBeamCursor);
-  moveTo("txt", {5, 5});
-  EXPECT_EQ(widget("txt").cursor().shape(), Qt::ArrowCursor);
-  Screen& screen = application.platform().screen;
-  for (const auto pointer : std::vector<std::int16_t>{2, 99, 2, 99})
-    screen.setMousePointer(pointer);
-  screen.setMouseIcon("dragdrop2");
-  ASSERT_NE(QApplication::overrideCursor(), nullptr);
-  EXPECT_EQ(QApplication::overrideCursor()->hotSpot(), QPoint(12, 9));
-  EXPECT_FALSE(QApplication::overrideCursor()->pixmap().isNull());
-  screen.setMousePointer(0);
-  EXPECT_EQ(QApplication::overrideCursor(), nullptr);
 }
 
 }  // namespace quintara::test
