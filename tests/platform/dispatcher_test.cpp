@@ -60,6 +60,7 @@ TEST_F(BusyTest, OnlyTheMainWindowCanBeClosedDuringADownloadAndEndsTheProgramAtO
   progress->Show();
   meanwhile = [this] {
     EXPECT_FALSE(form("progress").close());
+    EXPECT_EQ(form("progress").minimumSize(), form("progress").maximumSize());
     click("other");
     form().close();
     QTimer::singleShot(2000, &form(), [this] { server.setSilent(false); });

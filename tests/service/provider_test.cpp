@@ -32,39 +32,32 @@ const std::string kTable = kHeader + "2026-11-19,1,2,1,2,7\n";
 const Day kSunday = *makeDay(2026, 11, 22);  // so that an undated quote is of Friday
 
 // Remembers what it was asked for. Takes over the server.
-class ProviderServer {
- public:
-  ProviderServer(std::unique_ptr<httplib::Server> server, const httplib::Server::Handler& answer)
-      : server_(std::move(server)) {
-    server_->set_pre_routing_handler([this, answer](const auto& request, auto& response) {
+struct ProviderServer {
+  ProviderServer(std::unique_ptr<httplib::Server> taken, const httplib::Server::Handler& answer)
+      : server(std::move(taken)) {
+    server->set_pre_routing_handler([this, answer](const auto& request, auto& response) {
       {
-        const std::lock_guard lock(mutex_);
-        targets_.push_back(request.target);
+        const std::lock_guard lock(mutex);
+        targets.push_back(request.target);
       }
       answer(request, response);
       return httplib::Server::HandlerResponse::Handled;
     });
-    host = "127.0.0.1:" + std::to_string(server_->bind_to_any_port("127.0.0.1"));
-    thread_ = std::thread([this] { server_->listen_after_bind(); });
+    host += std::to_string(server->bind_to_any_port("127.0.0.1"));
+    thread = std::thread([this] { server->listen_after_bind(); });
   }
   ~ProviderServer() {
-    while (!server_->is_running()) {
+    while (!server->is_running()) {
     }
-    server_->stop();
-    thread_.join();
-  }
-  std::vector<std::string> targets() {
-    const std::lock_guard lock(mutex_);
-    return targets_;
+    server->stop();
+    thread.join();
   }
 
-  std::string host;
-
- private:
-  std::unique_ptr<httplib::Server> server_;
-  std::mutex mutex_;
-  std::vector<std::string> targets_;
-  std::thread thread_;
+  std::string host = "127.0.0.1:";
+  std::unique_ptr<httplib::Server> server;
+  std::mutex mutex;
+  std::vector<std::string> targets;  // to be read once the replies are there
+  std::thread thread;
 };
 
 class ProviderTest : public testing::Test {
@@ -110,7 +103,7 @@ TEST_F(ProviderTest, FillsInWhatTheProviderAsksFor) {
   const std::string url = at("/{symbol_lower}?s={symbol}&f={from}&t={to}&i={interval}&k={key}");
   found(settings("date_format=%d/%m/%y\ninterval=1 d\nyears=2", url));
   found(settings("date_format = unix\nyears = 1", url), *makeDay(2024, 2, 29));
-  EXPECT_THAT(server.targets(),
+  EXPECT_THAT(server.targets,
               testing::ElementsAre(
                   "/x%26y?s=X%26Y&f=22%2F11%2F24&t=22%2F11%2F26&i=1%20d&k=Se%2Fcret%2BKey42",
                   "/x%26y?s=X%26Y&f=1677542400&t=1709251199&i=d&k=Se%2Fcret%2BKey42"));
@@ -181,7 +174,7 @@ TEST_F(ProviderTest, FollowsFewRedirectsAndKeepsTheKeyFromOthers) {
     EXPECT_THAT(found(settings("header = X-Key: {key}", at("/?{symbol}"))), HasSubstr(expected));
     EXPECT_EQ(seen, kKey) << to;
   }
-  EXPECT_THAT(plain.targets(), SizeIs(0));
+  EXPECT_THAT(plain.targets, SizeIs(0));
   EXPECT_THAT(logged, Not(HasSubstr(kKey)));
   target = at("/good");
   EXPECT_THAT(found(settings("header = X-Key: {key}", plainHost + "/{symbol}")), HasSubstr("2.00"));
@@ -192,7 +185,7 @@ TEST_F(ProviderTest, TrustsNobodyWithoutACertificateAndWaitsForNobodyForever) {
   EXPECT_THAT(found(parseProviderSettings("url = " + at("/{symbol}"))), HasSubstr("certificate"));
   const std::string byName = "https://localhost" + server.host.substr(server.host.find(':'));
   EXPECT_THAT(found(settings("", byName + "/{symbol}")), HasSubstr("localhost: SSL: "));
-  EXPECT_THAT(server.targets(), SizeIs(0));
+  EXPECT_THAT(server.targets, SizeIs(0));
   answer = [](const auto&, auto& response) {
     response.set_chunked_content_provider("text/csv", [](std::size_t, httplib::DataSink& sink) {
       std::this_thread::sleep_for(milliseconds{200});
@@ -225,12 +218,12 @@ TEST_F(ProviderTest, AsksOnceForRequestsThatComeTogether) {
     together.push_back(std::async(std::launch::async, ask, i % 2 == 0 ? "A" : "B", kSunday));
   }
   together.clear();  // waits for all
-  EXPECT_THAT(server.targets(), SizeIs(2));
+  EXPECT_THAT(server.targets, SizeIs(2));
   EXPECT_TRUE(ask("A", kSunday + std::chrono::days{1}));
   std::this_thread::sleep_for(milliseconds{1100});
   status = 500;
   EXPECT_FALSE(ask("B") || ask("B"));
-  EXPECT_THAT(server.targets(), SizeIs(4));
+  EXPECT_THAT(server.targets, SizeIs(4));
 }
 
 TEST_F(ProviderTest, ComesBeforeTheDemonstrationMarket) {
@@ -259,7 +252,7 @@ TEST_F(ProviderTest, ForgetsTheOldestAnswerWhenItHasMany) {
   for (int i = 0; i < 37; ++i) {  // 1 to 3 are remembered, 0 is not
     source.find("T" + std::to_string(i < 33 ? i : 36 - i), kSunday);
   }
-  EXPECT_THAT(server.targets().at(33), HasSubstr("/T0?"));
+  EXPECT_THAT(server.targets.at(33), HasSubstr("/T0?"));
 }
 
 TEST_F(ProviderTest, GoesThroughTheProxyOfTheEnvironment) {
@@ -267,7 +260,7 @@ TEST_F(ProviderTest, GoesThroughTheProxyOfTheEnvironment) {
   ::setenv("http_proxy", proxy.host.c_str(), 1);
   EXPECT_THAT(found(settings("", "http://provider.example/{symbol}")), HasSubstr("2.00,"));
   ::unsetenv("http_proxy");
-  EXPECT_EQ(proxy.targets().at(0), "http://provider.example/X%26Y");
+  EXPECT_EQ(proxy.targets.at(0), "http://provider.example/X%26Y");
 }
 
 }  // namespace

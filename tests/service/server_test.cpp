@@ -22,37 +22,30 @@ const std::string kTable =
     "GET /table.csv?s=A+B&a=1&b=1&c=2026&d=12&e=31&f=2026&g=d HTTP/1.1\r\n\r\n";
 const std::string kQuote = "GET /d/quotes.csv?s=a+b&f=sl1d1t1c1ohgv&e=.csv HTTP/1.1\r\n\r\n";
 
-// A client that can misbehave: it sends what it is told and reads until the other side closes.
-class Client {
- public:
-  explicit Client(int port) : socket_(::socket(AF_INET, SOCK_STREAM, 0)) {
-    const int small = 4096;  // so that a long reply waits for its reader
-    ::setsockopt(socket_.get(), SOL_SOCKET, SO_RCVBUF, &small, sizeof small);
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_port = htons(static_cast<std::uint16_t>(port));
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    EXPECT_EQ(::connect(socket_.get(), reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
-  }
-
-  bool send(const std::string& text) const {
-    return ::send(socket_.get(), text.data(), text.size(), MSG_NOSIGNAL) ==
-           static_cast<ssize_t>(text.size());
-  }
-  std::string receive() const {
-    std::string reply(100'000, '\0');
-    const auto got = ::recv(socket_.get(), reply.data(), reply.size(), MSG_WAITALL);
-    return reply.substr(0, static_cast<std::size_t>(std::max<ssize_t>(got, 0)));
-  }
-
- private:
-  FileHandle socket_;
-};
-
+// Clients that can misbehave: they send what they are told and read until the other side closes.
+FileHandle connected(int port) {
+  FileHandle client(::socket(AF_INET, SOCK_STREAM, 0));
+  const int small = 4096;  // so that a long reply waits for its reader
+  ::setsockopt(client.get(), SOL_SOCKET, SO_RCVBUF, &small, sizeof small);
+  sockaddr_in address{};
+  address.sin_family = AF_INET;
+  address.sin_port = htons(static_cast<std::uint16_t>(port));
+  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  EXPECT_EQ(::connect(client.get(), reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
+  return client;
+}
+bool send(const FileHandle& client, const std::string& text) {
+  return ::send(client.get(), text.data(), text.size(), MSG_NOSIGNAL) > 0;
+}
+std::string receive(const FileHandle& client) {
+  std::string reply(100'000, '\0');
+  const auto got = ::recv(client.get(), reply.data(), reply.size(), MSG_WAITALL);
+  return reply.substr(0, static_cast<std::size_t>(std::max<ssize_t>(got, 0)));
+}
 std::string exchange(int port, const std::string& request) {
-  const Client client(port);
-  client.send(request);
-  return client.receive();
+  const FileHandle client = connected(port);
+  send(client, request);
+  return receive(client);
 }
 
 class ServerTest : public testing::Test {
@@ -97,10 +90,10 @@ TEST_F(ServerTest, AnswersWhatIsForItAndSignsEveryReply) {
 }
 
 TEST_F(ServerTest, FiftyClientsAtOnceLoseNoReplyBesideFiftySilentOnes) {
-  std::vector<Client> silent;
+  std::vector<FileHandle> silent;
   std::vector<std::future<std::string>> replies;
   for (int i = 0; i < 50; ++i) {
-    silent.emplace_back(server.historyPort());
+    silent.push_back(connected(server.historyPort()));
     replies.push_back(std::async(std::launch::async, exchange, server.historyPort(), kTable));
   }
   for (auto& reply : replies) {
@@ -111,11 +104,11 @@ TEST_F(ServerTest, FiftyClientsAtOnceLoseNoReplyBesideFiftySilentOnes) {
 
 TEST_F(ServerTest, CutsOffSilentAndTricklingClients) {
   auto silent = std::async(std::launch::async, exchange, server.quotesPort(), "");
-  const Client trickling(server.quotesPort());
-  for (int i = 0; i < 100 && trickling.send("x"); ++i) {
+  const FileHandle trickling = connected(server.quotesPort());
+  for (int i = 0; i < 100 && send(trickling, "x"); ++i) {
     std::this_thread::sleep_for(milliseconds{100});
   }
-  trickling.receive();
+  receive(trickling);
   silent.get();
   EXPECT_LT(Clock::now() - begin, milliseconds{8000});
 }
@@ -128,16 +121,17 @@ TEST_F(ServerTest, StopsWithClientsConnectedAndStartsAgain) {
   }
   folder.write("LONG.csv", days);
   today = *makeDay(2099, 12, 31);
-  const Client idle(server.historyPort());
-  const Client half(server.quotesPort());
-  half.send("GET /d");
-  const Client slow(server.historyPort());  // leaves more unread than the sockets' buffers hold
-  slow.send("GET /table.csv?s=long&a=1&b=1&c=1900&d=1&e=1&f=2099&g=d HTTP/1.1\r\n\r\n");
+  const FileHandle idle = connected(server.historyPort());
+  const FileHandle half = connected(server.quotesPort());
+  send(half, "GET /d");
+  const FileHandle slow =
+      connected(server.historyPort());  // leaves more unread than the sockets' buffers hold
+  send(slow, "GET /table.csv?s=long&a=1&b=1&c=1900&d=1&e=1&f=2099&g=d HTTP/1.1\r\n\r\n");
   std::this_thread::sleep_for(milliseconds{300});
   const auto stopping = Clock::now();
   server.stop();
   EXPECT_LT(Clock::now() - stopping, milliseconds{1500});
-  EXPECT_EQ(idle.receive() + half.receive(), "");
+  EXPECT_EQ(receive(idle) + receive(half), "");
   EXPECT_FALSE(server.failed());
   server.start();
   EXPECT_THAT(exchange(server.quotesPort(), kQuote), StartsWith("HTTP/1.1 200 "));
