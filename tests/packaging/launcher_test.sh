@@ -37,9 +37,9 @@ window_of() { pgrep -P "$1" -x quintara; }
 launch() {  # launch NAME: sets its launcher and its window to the processes
   local -n processes=$1
   background "$launcher" "$work/programs"
-  processes[launcher]=$!
+  processes["launcher"]=$!
   check "a window opens" window_of "$!" >/dev/null
-  processes[window]=$(window_of "${processes[launcher]}")
+  processes["window"]=$(window_of "${processes["launcher"]}")
 }
 close() { kill "$2" && wait "$1"; }  # close LAUNCHER PROCESS-TO-END
 refused() {  # refused WHAT WORDS: a launcher that ends at once with a message
