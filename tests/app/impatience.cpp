@@ -20,18 +20,18 @@ class Trader {
   Trader(unsigned seed, int actions) : random_(seed), left_(actions) {}
   /// One run of the program, until it is closed or ends by itself.
   void useProgram() {
-    RealProgram program({.time = std::chrono::milliseconds(300)});
+    RealProgram program(std::chrono::milliseconds(300));
     program_ = &program;
     program.asksForReal = true;
     program.services.date =
         std::chrono::sys_days(program.services.date) + std::chrono::days(below(7));
     QObject untilItsEnd;
-    if (below(2) == 0) program.control<TextBox>("txtTicker").setText("xyz");
+    if (below(2) == 0) RealProgram::setText("txtTicker", "xyz");
     serveAnything();
     actSoon(untilItsEnd);
     const bool ended = program.application.run() != 0;
     check(program.messages, ended);
-    if (ended && !program.control<Label>("lblLow").Caption().empty()) fail("ended over a readout");
+    if (ended && !RealProgram::shown("lblLow").empty()) fail("ended over a readout");
     ++starts;
     ends += ended ? 1 : 0;
   }
@@ -69,15 +69,15 @@ class Trader {
     const QScopedValueRollback<int> deeper(depth_, depth_ + 1);
     whileWaiting += program_->isWaiting() ? 1 : 0;
     alarm(60);  // a hang ends here
-    QWidget* const form = RealProgram::form();
+    QWidget& form = RealProgram::form();
     if (--left_ <= 0 || below(300) == 0) {
-      form->close();
+      form.close();
     } else if (QWidget* box = QApplication::activeModalWidget(); box != nullptr && below(3) == 0) {
       QTest::keyClick(box->windowHandle(), Qt::Key_Return);
     } else if (QWidget* list = QApplication::activePopupWidget(); list != nullptr) {
       QTest::mouseClick(list->windowHandle(), Qt::LeftButton, {}, in(*list));
     } else {
-      disturb(*form);
+      disturb(form);
     }
   }
   QPoint in(const QWidget& widget) {
@@ -87,7 +87,7 @@ class Trader {
   QPoint somewhere(const QWidget& form, bool onChart = false) {
     const auto all = form.findChildren<QWidget*>();
     const QWidget& control =
-        onChart ? *RealProgram::widget("picChart") : *all[below(static_cast<int>(all.size()))];
+        onChart ? RealProgram::widget("picChart") : *all[below(static_cast<int>(all.size()))];
     return control.mapTo(&form, in(control));
   }
   void disturb(QWidget& form) {
@@ -111,7 +111,7 @@ class Trader {
         return QTest::keyClick(window, kKeys[below(sizeof kKeys - 1)],
                                below(9) == 0 ? Qt::ControlModifier : Qt::NoModifier);
       case 6:
-        return RealProgram::widget("txtTicker")->setFocus();
+        return RealProgram::widget("txtTicker").setFocus();
       case 7:
         QTest::mousePress(window, button, {}, somewhere(form, true));
         QTest::mouseMove(window, somewhere(form));
@@ -129,7 +129,6 @@ class Trader {
     if (below(3) == 0) fault.table = ok(table(below(400)));
     fault.table.pauseMs = fault.quote.pauseMs = below(100);
     program_->server.serve(fault.table, fault.quote);
-    program_->server.refuse(fault.table.bytes.empty());
   }
 
   std::mt19937 random_;

@@ -53,8 +53,6 @@ struct Download : testing::Test {
 };
 
 TEST_F(Download, AsksBothHostsWithTheTickerAsTyped) {
-  platform.table = [] { return table(1); };
-  platform.quote = [] { return quote(); };
   state.sTicker = "xyZ ^";
   EXPECT_TRUE(fetch());
   EXPECT_THAT(platform.log,

@@ -1,11 +1,8 @@
-#include <gmock/gmock.h>
+#include "levels/calculate.hpp"
 
 #include <tuple>
 
-#include "levels/calculate.hpp"
-#include "levels/level_lines.hpp"
-#include "support/fakes.hpp"
-#include "support/recording_surface.hpp"
+#include "support/program.hpp"
 
 namespace quintara::test {
 namespace {
@@ -31,128 +28,85 @@ TEST(Levels, FollowTheirFormulas) {
   EXPECT_THROW(target(1, 3e38F, 1, 2), RuntimeError);
 }
 
-/// The calculator's controls, without a window.
-struct Calculator : testing::Test {
+struct Calculator : Program {
+  /// Twelve bars and the quote, from 49 to 63.
   Calculator() {
-    for (std::size_t i = 0; i < kPointBoxes; ++i) boxes[i] = &texts[i];
-    for (std::size_t s = 0; s < kSets; ++s) {
-      sets[s].chkShow = &shows[s];
-      sets[s].retracementRow = s < 2 ? s : s + 2;
-      sets[s].targetRow = s < 2 ? s + 2 : s + 4;
-      for (std::size_t i = 0; i < 3; ++i) {
-        sets[s].chkTargets[i] = &targetBoxes[s * 3 + i];
-        sets[s].lblRetracements[i] = &labels[s * 6 + i];
-        sets[s].lblTargets[i] = &labels[s * 6 + 3 + i];
-        labels[s * 6 + i].foreColor = {static_cast<std::uint32_t>(s + 1)};
-      }
-    }
+    platform.bars = 12;
+    drawChart();
   }
-  void type(std::initializer_list<const char*> values) {
-    std::size_t i = 0;
-    for (const char* value : values) texts[i++].text = value;
-  }
-  void calculate() { cmdCalculate_Click(state, levels, boxes, sets); }
-
-  std::array<FakeTextBox, kPointBoxes> texts;
-  std::array<FakeCheckBox, kSets> shows;
-  std::array<FakeCheckBox, 12> targetBoxes;
-  std::array<FakeLabel, 24> labels;
-  PointBoxes boxes{};
-  PointSets sets{};
-  LevelTable levels{};
-  ChartState state;
 };
 
 TEST_F(Calculator, FillsOnlySetsWhosePointsAreGiven) {
-  // The order of the boxes: A1, A2, A3, A4, B1, B2, C1, C2.
-  type({"23.17", "", "150", "-5", "31.45", "100", "", "120"});
-  calculate();
-  EXPECT_EQ(labels[0].caption, "28.287");
-  EXPECT_EQ(labels[3].caption, "") << "A1 has no C1";
-  EXPECT_EQ(labels[6].caption, "") << "A2 is empty";
-  EXPECT_EQ(labels[14].caption, "130.9");
-  EXPECT_EQ(labels[16].caption, "50.9");
-  EXPECT_EQ(labels[18].caption, "") << "A4 is negative";
-  EXPECT_EQ(levels[4][2], 130.9F);
-  type({"", "", "", "", "", "", "", ""});
-  calculate();
-  EXPECT_EQ(labels[0].caption, "28.287") << "nothing is ever cleared here";
+  calculate({{"A1", "23.17"},
+             {"B1", "31.45"},
+             {"A3", "150"},
+             {"A4", "-5"},
+             {"B2", "100"},
+             {"C2", "120"}});
+  calculate({{"A1", ""}, {"A3", ""}});  // which clears nothing
+  const std::pair<const char*, const char*> kCaptions[] = {
+      {"lblA1R1", "28.287"}, {"lblA1T1", ""},     {"lblA2R1", ""},
+      {"lblA3R3", "130.9"},  {"lblA3T2", "50.9"}, {"lblA4R1", ""},
+  };
+  for (const auto& [label, shown] : kCaptions) EXPECT_EQ(caption(label), shown) << label;
 }
 
-TEST_F(Calculator, StretchesTheRangeForTheMiddleTargetOfA1ToA3Only) {
-  const struct {
-    std::initializer_list<const char*> points;
-    float max, min;
-  } kCases[] = {
-      {{"23.17", "", "", "", "31.45", "", "27.80", ""}, 40.42029F, 30},
-      {{"", "23.17", "", "", "31.45", "", "27.80", ""}, 40.42029F, 30},
-      {{"", "", "40", "", "", "30", "", "35"}, 38, 20.5446F},
-      {{"", "", "", "40", "", "30", "", "35"}, 38, 30},
+TEST_F(Calculator, StretchesTheRangeOfClearsDrawingForTheMiddleTargetOfA1ToA3) {
+  const std::pair<Points, const char*> kCases[] = {
+      {{{"A1", "50"}, {"B1", "60"}, {"C1", "58"}}, "49 to 73.9746"},
+      {{{"A2", "50"}, {"B1", "60"}, {"C1", "58"}}, "49 to 73.9746"},
+      {{{"A3", "60"}, {"B2", "50"}, {"C2", "55"}}, "39.9446 to 63"},
+      {{{"A4", "60"}, {"B2", "50"}, {"C2", "55"}}, "49 to 63"},
+      {{{"A1", "50"}, {"B1", "60"}, {"C1", "48"}}, "49 to 63"},
   };
-  for (const auto& [points, max, min] : kCases) {
-    state.sngMax = 38;
-    state.sngMin = 30;
-    type(points);
-    calculate();
-    EXPECT_FLOAT_EQ(state.sngMax, max);
-    EXPECT_FLOAT_EQ(state.sngMin, min);
+  for (const auto& [points, stretched] : kCases) {
+    calculate(points);
+    press("cmdClear");
+    EXPECT_EQ(range(), stretched);
+    choose("cboChartType", 1);
+    EXPECT_EQ(range(), "49 to 63") << "every other drawing drops it";
   }
 }
 
 TEST_F(Calculator, KeepsWhatWasFilledBeforeAnOverflow) {
-  type({"1", "", "", "", "3e38", "", "3e38", ""});
-  EXPECT_THROW(calculate(), RuntimeError);
-  EXPECT_NE(labels[2].caption, "") << "retracements come first";
-  EXPECT_EQ(labels[3].caption, "");
-  labels[0].caption = "old";
-  type({"1", "", "", "", "5", "1e39", "", ""});
-  EXPECT_THROW(calculate(), RuntimeError);
-  EXPECT_EQ(labels[0].caption, "old") << "a box beyond single range fails when it is read";
+  EXPECT_THROW(calculate({{"A1", "1"}, {"B1", "3e38"}, {"C1", "3e38"}}), RuntimeError);
+  EXPECT_NE(caption("lblA1R3"), "") << "retracements come first";
+  EXPECT_EQ(caption("lblA1T1"), "");
+  caption("lblA1R1") = "old";
+  EXPECT_THROW(calculate({{"B1", "5"}, {"B2", "1e39"}}), RuntimeError);
+  EXPECT_EQ(caption("lblA1R1"), "old") << "a box beyond single range fails when it is read";
 }
 
 TEST_F(Calculator, WidensTheRangeToTickedTargetsOfShownSets) {
-  const std::tuple<const char*, std::int16_t, std::int16_t, const char*, const char*, float, float>
-      kCases[] = {
-          {"above", 1, 1, ".", "41.197", 41.197F, 20},
-          {"below", 1, 1, ".", "14.657", 38, 14.657F},
-          {"not shown", 0, 1, ".", "41.197", 38, 20},
-          {"not ticked", 1, 0, ".", "41.197", 38, 20},
-          {"indeterminate", 1, 2, ".", "41.197", 38, 20},
-          {"empty", 1, 1, ".", "", 38, 20},
-          {"negative", 1, 1, ".", "-3", 38, 20},
-          {"equal", 1, 1, ".", "38", 38, 20},
-          {"comma reads whole", 1, 1, ",", "39,243", 39, 20},
-      };
-  for (const auto& [what, show, box, separator, caption, max, min] : kCases) {
-    const ScopedSeparator scoped(separator);
-    state.sngShownMax = 38;
-    state.sngShownMin = 20;
-    state.sngMax = 99;  // Calculate's margin, which is dropped
-    shows[2].setValue(show);
-    targetBoxes[8].setValue(box);
-    labels[17].caption = caption;
-    RecalculateMaxMin(state, sets);
-    EXPECT_EQ(state.sngMax, max) << what;
-    EXPECT_EQ(state.sngMin, min) << what;
+  const std::tuple<const char*, std::int16_t, std::int16_t, const char*, const char*> kCases[] = {
+      {"above", 1, 1, "71.197", "49 to 71,197"}, {"below", 1, 1, "14.657", "14,657 to 63"},
+      {"not shown", 0, 1, "71.197", "49 to 63"}, {"not ticked", 1, 0, "71.197", "49 to 63"},
+      {"indeterminate", 1, 2, "71", "49 to 63"}, {"empty", 1, 1, "", "49 to 63"},
+      {"negative", 1, 1, "-3", "49 to 63"},      {"comma reads whole", 1, 1, "66,5", "49 to 66"},
+  };
+  const ScopedSeparator comma(",");  // for the range that is said, not for the captions
+  for (const auto& [what, show, box, target, widened] : kCases) {
+    caption("lblA3T3") = target;
+    tick("chkShowA3", show);
+    tick("chkA3E1618", box);
+    EXPECT_EQ(range(), widened) << what;
+    for (const char* ticked : {"chkShowA3", "chkA3E1618"}) tick(ticked, 0);
   }
 }
 
 TEST_F(Calculator, DrawsShownSetsInOrderRetracementsSolidTargetsDashed) {
-  levels = {{{1, 2, 3}, {}, {4, 5, 6}, {}, {}, {11, 12, 13}, {}, {14, 15, 16}}};
-  shows[0].setValue(1);
-  shows[3].setValue(1);
-  shows[1].setValue(2);  // indeterminate: not shown
-  targetBoxes[1].setValue(1);
-  targetBoxes[9].setValue(2);
-  labels[0].foreColor = {0xABCDEF};
-  state.sRows.resize(4);
-  RecordingSurface surface;
-  ShowLines(state, redrawSteps(state, levels, sets, surface, [&] { surface.Cls(); }));
-  EXPECT_THAT(surface.calls,
-              ElementsAre("cls", "line 40,1 1000,1 ABCDEF", "line 40,2 1000,2 ABCDEF",
-                          "line 40,3 1000,3 ABCDEF", "line 40,5 1000,5 ABCDEF dash",
-                          "line 40,11 1000,11 000004", "line 40,12 1000,12 000004",
-                          "line 40,13 1000,13 000004", "line 40,14 1000,14 000004 dash"));
+  calculate({{"A1", "50"}, {"B1", "60"}, {"C1", "55"}, {"A4", "62"}, {"B2", "50"}, {"C2", "55"}});
+  tick("chkA1E1382");
+  tick("chkA4E1", 2);
+  tick("chkShowA2", 2);  // indeterminate: not shown
+  tick("chkShowA4");
+  tick("chkShowA1");
+  EXPECT_THAT(std::vector(chart().calls.end() - 9, chart().calls.end()),
+              ElementsAre(testing::EndsWith("00FF00"), "line 40,56.18 1000,56.18 0000FF",
+                          "line 40,55 1000,55 0000FF", "line 40,53.82 1000,53.82 0000FF",
+                          "line 40,68.82 1000,68.82 0000FF dash",
+                          "line 40,54.584 1000,54.584 00FFFF", "line 40,56 1000,56 00FFFF",
+                          "line 40,57.416 1000,57.416 00FFFF", "line 40,43 1000,43 00FFFF dash"));
 }
 
 }  // namespace

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstring>
 #include <functional>
 #include <memory>
 #include <string>
@@ -8,6 +7,7 @@
 
 #include "platform/platform.hpp"
 #include "support/recording_surface.hpp"
+#include "support/wire.hpp"
 #include "values/errors.hpp"
 #include "values/text.hpp"
 
@@ -68,7 +68,7 @@ struct FakePictureBox : Recording<PictureBox> {
 struct FakeWindow : Window {
   explicit FakeWindow(const WindowDesign& windowDesign) : design(windowDesign) {}
   void setTabOrder(std::span<const std::string>) override {}
-  void Show() override { shown = true; }
+  void Show() override {}
   void Move(float, float) override {}
   [[nodiscard]] std::string Caption() const override { return design.caption; }
   [[nodiscard]] float Width() const override { return design.scaleWidth; }
@@ -90,16 +90,15 @@ struct FakeWindow : Window {
     return made;
   }
   WindowDesign design;
-  bool shown = false;
 };
 
 /// All services; tests script their answers and read what was asked of them.
 struct FakePlatform : Toolkit, Screen, MessageBox, HttpClient, LocaleQuery, Clock, HelpLauncher {
-  std::unique_ptr<quintara::Window> newWindow(const WindowDesign& design) override {
-    auto window = std::make_unique<FakeWindow>(design);
-    windows.push_back(window.get());
+  std::unique_ptr<Window> newWindow(const WindowDesign& design) override {
+    auto made = std::make_unique<FakeWindow>(design);
+    if (window == nullptr) window = made.get();
     log.push_back("window " + design.caption);
-    return window;
+    return made;
   }
   [[nodiscard]] float Width() const override { return 19200; }
   [[nodiscard]] float Height() const override { return 10800; }
@@ -125,13 +124,14 @@ struct FakePlatform : Toolkit, Screen, MessageBox, HttpClient, LocaleQuery, Cloc
   }
   Platform platform() { return {*this, *this, *this, *this, *this, *this, *this}; }
 
-  std::vector<FakeWindow*> windows;
+  FakeWindow* window = nullptr;  ///< the first
   std::vector<std::string> log;
   std::int16_t pointer = 0;
   Date date = std::chrono::year{2026} / 11 / 16;  // a Monday
   std::string launchError;
-  std::function<std::string()> table = [] { return std::string(); };
-  std::function<std::string()> quote = [] { return std::string(); };
+  int bars = 200;
+  std::function<std::string()> table = [this] { return test::table(bars); };
+  std::function<std::string()> quote = [] { return test::quote(); };
 };
 
 }  // namespace quintara::test

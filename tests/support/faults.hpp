@@ -24,63 +24,60 @@ struct Outcome {
 
 struct Fault {
   const char* name;
+  Outcome outcome;
   Reply table;
   Reply quote;
-  Outcome outcome;
 };
 inline void PrintTo(const Fault& fault, std::ostream* out) { *out << fault.name; }
 
-/// For a table without bytes nobody listens at all.
 inline std::vector<Fault> faults() {
-  const Reply good = ok(table(200));
-  const Reply news = ok(quote("61.50"));
-  const Reply none = ok(quote("0.00"));
+  using namespace std::string_literals;
+  using End = Reply::End;
   const Outcome told{true, false, false, "60.25", ""};
   const Outcome silent{false, true, false, "60.25", textOf(ErrorKind::SubscriptOutOfRange)};
   const Outcome erased{false, true, true, "60.25", textOf(ErrorKind::Overflow)};
   const Outcome onlyRead{false, true, false, "61.5", ""};
   const auto drawn = [](const char* open) { return Outcome{false, true, true, open, ""}; };
-  const auto changed = [](const char* from, const QByteArray& to) {
-    QByteArray text = QByteArray::fromStdString(table(200));
-    return ok(text.replace(text.indexOf(from), static_cast<qsizetype>(std::strlen(from)), to)
-                  .toStdString());
+  const auto changed = [](const char* from, const std::string& to) {
+    std::string text = table(200);
+    return ok(text.replace(text.find(from), std::strlen(from), to));
   };
-  const auto allOf = [](const QByteArray& row) {
-    return ok("Header\n" + ("14-Nov-02," + row + "\n").repeated(200).toStdString());
+  const auto allOf = [](const QByteArray& prices) {
+    return ok("Header\n" + ("14-Nov-02," + prices + ",1\n").repeated(200).toStdString());
   };
+  const Reply good = ok(table(200)), news = ok(quote("61.50")), none = ok(quote("0.00"));
   const std::string http = "HTTP/1.1 ", page = "<html>\n<head>\n</head>\n1,2,3,4,5,6\n</html>\n";
+  const auto status = [&](const char* line) { return Reply{http + line + "\r\n\r\n" + page}; };
+  const std::string body = http + "200 OK\r\n\r\n", megabyte(1 << 20, 'x');
+  const auto returns = QByteArray::fromStdString(table(200)).replace("\n", "\r\n").toStdString();
   std::vector<Fault> all;
   const auto add = [&all](const char* name, const Outcome& outcome, const Reply& table,
                           const Reply& quote) {
-    all.push_back({name, table, quote, outcome});
+    all.push_back({name, outcome, table, quote});
   };
-  const auto status = [&](const char* line) { return Reply{http + line + "\r\n\r\n" + page}; };
   add("refused", told, {}, news);
-  add("reset", told, {http + "200 OK\r\n\r\nDate", Reply::End::Reset}, news);
+  add("reset", told, {body + "Date", End::Reset}, news);
   add("halfABody", told, {good.bytes.substr(0, 4000)}, news);
-  add("aByteASecond", told, {"H", Reply::End::Silence, 1000, 20}, news);
-  add("noReply", told, good, {"", Reply::End::Silence});
+  add("aByteASecond", told, {"H", End::Silence, 1000, 20}, news);
+  add("noReply", told, good, {"", End::Silence});
   add("notFound", told, status("404 Not Found"), news);
   add("serverError", told, good, status("500 Oops"));
   add("redirectLoop", told, status("302 Found\r\nLocation: /table.csv"), news);
-  add("aHundredMegabytes", told,
-      {http + "200 OK\r\n\r\n" + std::string(1 << 20, 'x'), Reply::End::Close, 100}, news);
-  add("nul", silent, changed("56.00", QByteArray("5\0006", 3)), news);
-  add("nulInADate", drawn("61.5"), changed("14-Nov", QByteArray("14\0Nov", 6)), news);
+  add("aHundredMegabytes", told, {body + megabyte, End::Close, 100}, news);
+  add("nul", silent, changed("56.00", "5\0006"s), news);
+  add("nulInADate", drawn("61.5"), changed("14-Nov", "14\0Nov"s), news);
   add("noUtf8", silent, changed("56.00", "\xC3\x28\xFF"), news);
   add("noUtf8InADate", drawn("61.5"), changed("14-Nov", "\xFF\xFE"), news);
   add("gzip", told, status("200 OK\r\nContent-Encoding: gzip"), ok("\x1F\x8B\x08\x4B\x4C\x02\xFF"));
   add("aPage", silent, ok(page), news);
-  add("returnsEverywhere", drawn("61.5"),
-      ok(QByteArray::fromStdString(table(200)).replace("\n", "\r\n").toStdString()), news);
+  add("returnsEverywhere", drawn("61.5"), ok(returns), news);
   add("fortyThousandRows", drawn("61.5"), ok(table(40'000)), news);
-  add("tenThousandFields", drawn("61.5"), changed("1000", QByteArray("1000").append(10'000, ',')),
-      news);
-  add("hugePrices", drawn("61.5"), allOf("1e38,1e38,1e38,1e38,1"), news);
-  add("pricesNearTheLimit", erased, allOf("1,3.3e38,1,1,1"), news);
-  add("equalPrices", drawn("5"), allOf("5,5,5,5,5"), none);
-  add("equalPricesOfZero", drawn("0"), allOf("0,0,0,0,0"), none);
-  add("negativePrices", drawn("-5"), allOf("-5,-4,-6,-5,5"), none);
+  add("tenThousandFields", drawn("61.5"), changed("1000", "1000" + std::string(10'000, ',')), news);
+  add("hugePrices", drawn("61.5"), allOf("1e38,1e38,1e38,1e38"), news);
+  add("pricesNearTheLimit", erased, allOf("1,3.3e38,1,1"), news);
+  add("equalPrices", drawn("5"), allOf("5,5,5,5"), none);
+  add("equalPricesOfZero", drawn("0"), allOf("0,0,0,0"), none);
+  add("negativePrices", drawn("-5"), allOf("-5,-4,-6,-5"), none);
   add("oneRow", onlyRead, ok(table(1)), news);
   add("noRows", told, ok(table(0)), news);
   add("aQuoteOfEightFields", told, good, ok("\"X\",60.5,d,t,c,61.5,61.75,59.5"));

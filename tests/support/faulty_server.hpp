@@ -37,7 +37,6 @@ class FaultyServer {
     listener_->moveToThread(&thread_);
     thread_.start();
     serve(ok(table(200)), ok(quote()));
-    refuse(false);
   }
   FaultyServer(const FaultyServer&) = delete;
   FaultyServer& operator=(const FaultyServer&) = delete;
@@ -48,18 +47,14 @@ class FaultyServer {
   }
 
   [[nodiscard]] std::string host() const { return "127.0.0.1:" + std::to_string(port_); }
+  /// For a table without bytes nobody listens at all.
   void serve(const Reply& table, const Reply& quote) {
     there([&] {
       table_ = table;
       quote_ = quote;
-    });
-  }
-  /// Connections are refused until it is called again with false.
-  void refuse(bool refusing) {
-    there([this, refusing] {
-      listener_->close();
-      if (!refusing) listener_->listen(QHostAddress::LocalHost, port_);
-      if (!refusing) port_ = listener_->serverPort();
+      if (table.bytes.empty()) return listener_->close();
+      if (!listener_->isListening()) listener_->listen(QHostAddress::LocalHost, port_);
+      port_ = listener_->serverPort();
     });
   }
 

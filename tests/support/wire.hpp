@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdio>
 #include <string>
 
 // Replies as the quote service sends them.
@@ -10,11 +11,10 @@ namespace quintara::test {
 inline std::string table(int bars) {
   std::string text = "Date,Open,High,Low,Close,Volume\n";
   for (int i = 0; i < bars; ++i) {
-    const auto price = [i](int whole, const char* rest) {
-      return std::to_string(whole + i) + rest;
-    };
-    text += "14-Nov-02," + price(50, ".00,") + price(52, ".00,") + price(49, ".00,") +
-            price(50, ".50,") + "1000\n";
+    char row[80];
+    std::snprintf(row, sizeof row, "14-Nov-02,%d.00,%d.00,%d.00,%d.50,1000\n", 50 + i, 52 + i,
+                  49 + i, 50 + i);
+    text += row;
   }
   return text;
 }
