@@ -32,11 +32,9 @@ class Trader {
     const bool ended = program.application.run() != 0;
     check(program.messages, ended);
     if (ended && !RealProgram::shown("lblLow").empty()) fail("ended over a readout");
-    ++starts;
-    ends += ended ? 1 : 0;
   }
   [[nodiscard]] int left() const { return left_; }
-  int starts = 0, ends = 0, charts = 0, whileWaiting = 0, messages = 0;
+  int charts = 0, whileWaiting = 0;
 
  private:
   int below(int limit) { return static_cast<int>(random_() % static_cast<unsigned>(limit)); }
@@ -44,16 +42,14 @@ class Trader {
     std::printf("FAILED with %d actions left: %s\n", left_, what.c_str());
     std::_Exit(1);
   }
-  void check(const std::vector<std::string>& shown, bool ended) {
+  void check(const std::vector<std::string>& shown, bool ended) const {
     static const QRegularExpression kNamed(
         "^48 Quintara: Please enter Ticker Symbol$|^16 Data retrieval error: Error occurred while |"
         "^16 Quintara: (Overflow|Type mismatch|Subscript out of|Division by zero|Object not set)");
-    for (const std::string& message : shown) {
+    for (const std::string& message : shown)
       if (!kNamed.match(QString::fromStdString(message)).hasMatch()) fail(message);
-    }
     const std::string last = shown.empty() ? "ended silently" : shown.back();
     if (ended && last.find("Type mismatch") == std::string::npos) fail(last);
-    messages += static_cast<int>(shown.size());
   }
 
   /// A timer each: one that repeats would be silent in the event loops that an action starts.
@@ -153,8 +149,7 @@ int run(const QStringList& arguments) {
     const int done = 4 * (actions - trader.left()) / actions;
     if (done > static_cast<int>(resident.size())) resident.push_back(memoryKilobytes("VmRSS:"));
   }
-  std::printf("%d charts, %d actions during waits, %d messages, %d starts, %d ends by a press\n",
-              trader.charts, trader.whileWaiting, trader.messages, trader.starts, trader.ends);
+  std::printf("%d charts, %d actions during waits\n", trader.charts, trader.whileWaiting);
   for (const std::size_t kilobytes : resident) std::printf("resident: %zu KB\n", kilobytes);
   return resident.back() < resident.front() + kMostGrowthKilobytes ? 0 : 1;
 }

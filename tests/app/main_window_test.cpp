@@ -12,21 +12,17 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
 
-TEST_F(Program, StartsWithTheDefaults) {
-  EXPECT_EQ(get<ComboBox>("cboChartType").ListIndex(), 0);
-  EXPECT_EQ(get<ComboBox>("cboDuration").ListIndex(), 1);
-  EXPECT_EQ(get<ComboBox>("cboInterval").ListIndex(), 0);
+TEST_F(Program, DrawsATickerFromEndToEndWithTheDefaults) {
   EXPECT_EQ(sDecimalSep + sThousandSep, ".,");
-}
-
-TEST_F(Program, DrawsATickerFromEndToEnd) {
+  for (const auto& [box, index] : {std::pair{"cboChartType", 0}, {"cboDuration", 1}})
+    EXPECT_EQ(get<ComboBox>(box).ListIndex(), index) << box;
   drawChart("");
   EXPECT_EQ(get<FakeTextBox>("txtTicker").focused, 1);
   drawChart();
   EXPECT_THAT(platform.log,
-              ElementsAre(HasSubstr("window Quintara - Version"),
-                          "48 Quintara: Please enter Ticker Symbol", "window Retrieving data......",
-                          HasSubstr("table.csv?s=xyz&"), HasSubstr("quotes.csv")));
+              ElementsAre(HasSubstr("window Quintara"), "48 Quintara: Please enter Ticker Symbol",
+                          "window Retrieving data......",
+                          HasSubstr("table.csv?s=xyz&a=11&b=16&c=2025&"), HasSubstr("quotes.csv")));
   const std::pair<const char*, const char*> kReadout[] = {{"lblDate", "16-Nov-26"},
                                                           {"lblOpen", "60.25"},
                                                           {"lblHigh", "61.75"},
@@ -69,6 +65,16 @@ TEST_F(Program, ClearUnticksBoxByBoxEachARedraw) {
   EXPECT_EQ(get<CheckBox>("chkShowA2").Value(), 1);
   EXPECT_EQ(caption("lblA1R1"), "");
   EXPECT_EQ(text("txtA1"), "50");
+}
+
+TEST_F(Program, KeepsTheOldRowsUntilBothRepliesAreIn) {
+  drawChart();
+  platform.bars = 5;
+  platform.quote = []() -> std::string { throw RuntimeError(ErrorKind::TransferFailed); };
+  drawChart();
+  redraws();
+  press("cmdExpand");
+  EXPECT_EQ(chart().with("", "00FF00").size(), 100U * 3);
 }
 
 TEST_F(Program, BoxesTickedBeforeTheFirstChartDoNotStopIt) {

@@ -39,30 +39,22 @@ TEST(QuoteRow, HasTheTablesColumnsAndTodaysDate) {
   for (const auto& [reply, today, row] : kCases) EXPECT_EQ(quoteRow(reply, today), row);
 }
 
-struct Download : testing::Test {
-  bool fetch() { return GetHistoricalData(state, {platform, platform, {"h:1", "q:2"}}); }
-
+TEST(Download, AsksBothHostsForTheTickerAsTypedAndKeepsRowsInTheUsersForm) {
   FakePlatform platform;
+  platform.table = [] { return "Date,Open\n14-Nov-02,12.50,12.60,12.30,12.55,100\n"; };
+  platform.quote = [] { return quote("N/A"); };
   ChartState state;
-};
-
-TEST_F(Download, AsksBothHostsWithTheTickerAsTyped) {
   state.sTicker = "xyZ ^";
-  EXPECT_TRUE(fetch());
+  const QuoteSource source{platform, platform, {"h:1", "q:2"}};
+  EXPECT_TRUE(GetHistoricalData(state, source));
   EXPECT_THAT(platform.log,
               ElementsAre("get http://h:1/table.csv?s=xyZ ^&a=5&b=18&c=2026&d=11&e=16&f=2026&g=d"
                           "&q=q&y=0&z=xyZ ^&x=.csv",
                           "get http://q:2/d/quotes.csv?s=xyZ ^&f=sl1d1t1c1ohgv&e=.csv"));
-}
-
-TEST_F(Download, NormalisesRowsForTheUsersSeparator) {
-  platform.table = [] { return "Date,Open\n14-Nov-02,12.50,12.60,12.30,12.55,100\n"; };
-  platform.quote = [] { return quote("N/A"); };
-  EXPECT_TRUE(fetch());
   EXPECT_THAT(state.sRows, ElementsAre("16-Nov-26@N/A@61.75@59.50@60.50@123456789\r\n",
                                        "14-Nov-02@12.50@12.60@12.30@12.55@100", ""));
   const ScopedSeparator comma(",");
-  EXPECT_TRUE(fetch());
+  EXPECT_TRUE(GetHistoricalData(state, source));
   EXPECT_EQ(state.sRows[1], "14-Nov-02@12,50@12,60@12,30@12,55@100");
 }
 

@@ -7,8 +7,6 @@
 namespace quintara::test {
 namespace {
 
-using testing::ElementsAre;
-
 TEST(Levels, FollowTheirFormulas) {
   const std::tuple<float, float, float, std::array<float, 3>, std::array<float, 3>> kCases[] = {
       {23.17F, 31.45F, 27.80F, {28.287F, 27.31F, 26.333F}, {36.08F, 39.243F, 41.197F}},
@@ -37,12 +35,8 @@ struct Calculator : Program {
 };
 
 TEST_F(Calculator, FillsOnlySetsWhosePointsAreGiven) {
-  calculate({{"A1", "23.17"},
-             {"B1", "31.45"},
-             {"A3", "150"},
-             {"A4", "-5"},
-             {"B2", "100"},
-             {"C2", "120"}});
+  calculate({{"A1", "23.17"}, {"B1", "31.45"}, {"A4", "-5"}});
+  calculate({{"A3", "150"}, {"B2", "100"}, {"C2", "120"}});
   calculate({{"A1", ""}, {"A3", ""}});  // which clears nothing
   const std::pair<const char*, const char*> kCaptions[] = {
       {"lblA1R1", "28.287"}, {"lblA1T1", ""},     {"lblA2R1", ""},
@@ -101,12 +95,13 @@ TEST_F(Calculator, DrawsShownSetsInOrderRetracementsSolidTargetsDashed) {
   tick("chkShowA2", 2);  // indeterminate: not shown
   tick("chkShowA4");
   tick("chkShowA1");
-  EXPECT_THAT(std::vector(chart().calls.end() - 9, chart().calls.end()),
-              ElementsAre(testing::EndsWith("00FF00"), "line 40,56.18 1000,56.18 0000FF",
-                          "line 40,55 1000,55 0000FF", "line 40,53.82 1000,53.82 0000FF",
-                          "line 40,68.82 1000,68.82 0000FF dash",
-                          "line 40,54.584 1000,54.584 00FFFF", "line 40,56 1000,56 00FFFF",
-                          "line 40,57.416 1000,57.416 00FFFF", "line 40,43 1000,43 00FFFF dash"));
+  EXPECT_THAT(
+      std::vector(chart().calls.end() - 9, chart().calls.end()),
+      testing::ElementsAre(testing::EndsWith("00FF00"), "line 40,56.18 1000,56.18 0000FF",
+                           "line 40,55 1000,55 0000FF", "line 40,53.82 1000,53.82 0000FF",
+                           "line 40,68.82 1000,68.82 0000FF dash",
+                           "line 40,54.584 1000,54.584 00FFFF", "line 40,56 1000,56 00FFFF",
+                           "line 40,57.416 1000,57.416 00FFFF", "line 40,43 1000,43 00FFFF dash"));
 }
 
 }  // namespace

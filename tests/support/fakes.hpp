@@ -17,8 +17,6 @@ namespace quintara::test {
 /// Sets the user's separator for one test.
 struct ScopedSeparator {
   explicit ScopedSeparator(const std::string& decimal) { sDecimalSep = decimal; }
-  ScopedSeparator(const ScopedSeparator&) = delete;
-  ScopedSeparator& operator=(const ScopedSeparator&) = delete;
   ~ScopedSeparator() { sDecimalSep = ""; }
 };
 

@@ -9,6 +9,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "support/wire.hpp"
 
@@ -20,7 +21,7 @@ struct Reply {
   std::string bytes;
   End end = End::Close;
   int times = 1;    ///< how often the bytes are sent
-  int pauseMs = 0;  ///< before each time
+  int pauseMs = 1;  ///< before each time
 };
 
 inline Reply ok(const std::string& body) {
@@ -38,8 +39,6 @@ class FaultyServer {
     thread_.start();
     serve(ok(table(200)), ok(quote()));
   }
-  FaultyServer(const FaultyServer&) = delete;
-  FaultyServer& operator=(const FaultyServer&) = delete;
   ~FaultyServer() {
     there([this] { listener_.reset(); });
     thread_.quit();
@@ -57,6 +56,12 @@ class FaultyServer {
       port_ = listener_->serverPort();
     });
   }
+  /// A server that is silent keeps its clients waiting until it speaks again.
+  void setSilent(bool silent) {
+    there([this, silent] { silent_ = silent; });
+  }
+
+  std::vector<std::string> targets;  ///< as they arrived
 
  private:
   /// Runs it where the sockets live, and returns when it is done.
@@ -68,32 +73,30 @@ class FaultyServer {
     QObject::connect(client, &QTcpSocket::disconnected, client, &QObject::deleteLater);
     // The request is small enough to come in one piece, and nothing follows it.
     QObject::connect(client, &QTcpSocket::readyRead, client, [this, client] {
-      send(*client, client->readAll().startsWith("GET /d/") ? quote_ : table_);
+      targets.push_back(client->readAll().split(' ').value(1).toStdString());
+      send(*client, targets.back().starts_with("/d/") ? quote_ : table_);
     });
   }
-  static void send(QTcpSocket& client, const Reply& reply) {
+  void send(QTcpSocket& client, const Reply& reply) {
     auto* timer = new QTimer(&client);
-    timer->callOnTimeout(&client, [&client, timer, reply, left = reply.times]() mutable {
-      if (client.bytesToWrite() > 0) return;
+    timer->callOnTimeout(&client, [this, &client, timer, reply, left = reply.times]() mutable {
+      if (silent_ || client.bytesToWrite() > 0) return;
       if (left-- > 0) {
         client.write(reply.bytes.data(), static_cast<qint64>(reply.bytes.size()));
-      } else {
-        timer->stop();
-        finish(client, reply.end);
+        return;
       }
+      timer->stop();
+      const linger atOnce{1, 0};  // closing is a reset then
+      if (reply.end == Reply::End::Reset)
+        setsockopt(static_cast<int>(client.socketDescriptor()), SOL_SOCKET, SO_LINGER, &atOnce,
+                   sizeof atOnce);
+      if (reply.end != Reply::End::Silence) client.abort();
     });
     timer->start(reply.pauseMs);
   }
-  static void finish(QTcpSocket& client, Reply::End end) {
-    if (end == Reply::End::Close) client.disconnectFromHost();
-    if (end != Reply::End::Reset) return;
-    const linger atOnce{1, 0};
-    setsockopt(static_cast<int>(client.socketDescriptor()), SOL_SOCKET, SO_LINGER, &atOnce,
-               sizeof atOnce);
-    client.abort();
-  }
 
   Reply table_, quote_;
+  bool silent_ = false;
   quint16 port_ = 0;
   QThread thread_;
   std::unique_ptr<QTcpServer> listener_;

@@ -13,18 +13,10 @@ namespace {
 
 TEST(DefaultText, HasSevenDigitsAndNoExponent) {
   const std::pair<float, const char*> kCases[] = {
-      {0, "0"},
-      {-0.0F, "0"},
-      {100, "100"},
-      {12.5F, "12,5"},
-      {-0.25F, "-0,25"},
-      {28.287F, "28,287"},
-      {0.0001F, "0,0001"},
-      {9999999, "9999999"},
-      {12345.678F, "12345,68"},
-      {16777216, "16777216"},
-      {99999.997F, "100000"},
-      {0.00001234F, "0,00001234"},
+      {0, "0"},          {12.5F, "12,5"},        {9999999, "9999999"},
+      {-0.0F, "0"},      {-0.25F, "-0,25"},      {12345.678F, "12345,68"},
+      {100, "100"},      {28.287F, "28,287"},    {16777216, "16777216"},
+      {1e-4F, "0,0001"}, {99999.997F, "100000"}, {1.234e-5F, "0,00001234"},
   };
   const ScopedSeparator comma(",");
   for (const auto& [value, text] : kCases) EXPECT_EQ(defaultText(value), text);
@@ -59,9 +51,8 @@ TEST(LeadingNumber, IsReadAsFarAsItGoes) {
   const ScopedSeparator comma(",");  // which it must not follow
   for (const auto& [text, value] : kCases) EXPECT_EQ(readLeadingNumber(text), value) << text;
   const std::string zeros(400, '0');
-  for (const std::string& large : {std::string("1e999"), "1" + zeros + "e-5", "&HF" + zeros}) {
+  for (const std::string& large : {std::string("1e999"), "1" + zeros + "e-5", "&HF" + zeros})
     EXPECT_THROW(readLeadingNumber(large), RuntimeError) << large;
-  }
   EXPECT_EQ(readLeadingNumber("." + zeros + "1"), 0);
 }
 
@@ -74,17 +65,14 @@ TEST(LocaleNumber, FollowsTheUsersSeparatorAndNothingElse) {
     const ScopedSeparator scoped(separator);
     EXPECT_EQ(readLocaleNumber(text), value) << separator << text;
   }
-  for (const std::string text :
-       {"12,5", "1,234.5", "", "N/A", "inf", "nan", "0x1p3", "1 2", "-", "1e"})
-    EXPECT_THROW(readLocaleNumber(text), RuntimeError) << text;
   const ScopedSeparator comma(",");
-  EXPECT_THROW(readLocaleNumber("12.5"), RuntimeError) << "a stray full stop";
+  for (const char* text : {"12.5", "1.234,5", "", "N/A", "inf", "nan", "0x1p3", "1 2", "-", "1e"})
+    EXPECT_THROW(readLocaleNumber(text), RuntimeError) << text;
 }
 
 TEST(Numbers, AreRoundedHalfToEvenAndChecked) {
-  EXPECT_EQ(toInt16(232.5), 232);
-  EXPECT_EQ(toInt16(233.5), 234);
-  EXPECT_EQ(toInt16(-0.5), 0);
+  for (const auto& [value, rounded] : {std::pair{232.5, 232}, {233.5, 234}, {-0.5, 0}})
+    EXPECT_EQ(toInt16(value), rounded);
   EXPECT_THROW(toInt16(32767.5), RuntimeError);
   EXPECT_EQ(roundTo3(0.0625), 0.062) << "an exact half";
   EXPECT_EQ(roundTo3(28.28704), 28.287);
