@@ -89,16 +89,16 @@ TEST_F(Program, BoxesTickedBeforeTheFirstChartDoNotStopIt) {
 TEST_F(Program, SpreadsAndPacksBars) {
   platform.bars = 3000;
   drawChart();
-  const std::tuple<const char*, std::size_t, std::size_t> kPresses[] = {
-      {"cmdExpand", 100, 1},  {"cmdExpand", 80, 1},   {"cmdExpand", 0, 0},
-      {"cmdSupress", 100, 1}, {"cmdSupress", 134, 1}, {"cmdSupress", 200, 1},
-      {"cmdSupress", 401, 1}, {"cmdSupress", 0, 0},   {"cmdExpand", 200, 1},
+  const std::pair<const char*, std::size_t> kPresses[] = {
+      {"cmdExpand", 100},  {"cmdExpand", 80},   {"cmdExpand", 0},
+      {"cmdSupress", 100}, {"cmdSupress", 134}, {"cmdSupress", 200},
+      {"cmdSupress", 401}, {"cmdSupress", 0},   {"cmdExpand", 200},
   };
-  for (const auto& [button, bodies, expectedRedraws] : kPresses) {
+  for (const auto& [button, bodies] : kPresses) {
     redraws();
     press(button);
     EXPECT_EQ(chart().with("", "00FF00").size(), 3 * bodies) << button;
-    EXPECT_EQ(redraws(), expectedRedraws) << button;
+    EXPECT_EQ(redraws(), bodies == 0 ? 0U : 1U) << button;
   }
   platform.bars = 40000;
   drawChart();

@@ -89,19 +89,17 @@ TEST_F(Calculator, WidensTheRangeToTickedTargetsOfShownSets) {
 }
 
 TEST_F(Calculator, DrawsShownSetsInOrderRetracementsSolidTargetsDashed) {
-  calculate({{"A1", "50"}, {"B1", "60"}, {"C1", "55"}, {"A4", "62"}, {"B2", "50"}, {"C2", "55"}});
-  tick("chkA1E1382");
-  tick("chkA4E1", 2);
-  tick("chkShowA2", 2);  // indeterminate: not shown
-  tick("chkShowA4");
-  tick("chkShowA1");
+  calculate();
+  calculate({{"A2", "51"}, {"A3", "62"}, {"A4", "63"}, {"B2", "50"}, {"C2", "55"}});
+  for (const char* box : {"chkA1E1382", "chkShowA3", "chkShowA1"}) tick(box);
+  for (const char* indeterminate : {"chkA3E1", "chkShowA2"}) tick(indeterminate, 2);
   EXPECT_THAT(
       std::vector(chart().calls.end() - 9, chart().calls.end()),
       testing::ElementsAre(testing::EndsWith("00FF00"), "line 40,56.18 1000,56.18 0000FF",
                            "line 40,55 1000,55 0000FF", "line 40,53.82 1000,53.82 0000FF",
                            "line 40,68.82 1000,68.82 0000FF dash",
-                           "line 40,54.584 1000,54.584 00FFFF", "line 40,56 1000,56 00FFFF",
-                           "line 40,57.416 1000,57.416 00FFFF", "line 40,43 1000,43 00FFFF dash"));
+                           "line 40,54.584 1000,54.584 FF00FF", "line 40,56 1000,56 FF00FF",
+                           "line 40,57.416 1000,57.416 FF00FF", "line 40,43 1000,43 FF00FF dash"));
 }
 
 }  // namespace

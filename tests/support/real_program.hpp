@@ -16,7 +16,7 @@ namespace quintara::test {
 
 /// The whole program on real windows, fetching from a server that can fail in every way. Messages,
 /// date and separators are the test's.
-struct RealProgram : Offscreen, private HttpClient, private MessageBox {
+struct RealProgram : private HttpClient, private MessageBox, Offscreen {
   explicit RealProgram(std::chrono::milliseconds patience = std::chrono::seconds(20))
       : http_(application.dispatcher(), {.time = patience}) {
     application.reportErrorsBy(*this);
