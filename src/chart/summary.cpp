@@ -13,8 +13,8 @@ std::string chartSummary(const ChartState& state, const std::string& ticker) {
     const Candle& oldest = state.colCandles->Item(static_cast<std::size_t>(state.iShown));
     text += ", " + oldest.sDate + " to " + newest.sDate;
   }
-  return text + ", prices " + defaultText(state.sngShownMin) + " to " +
-         defaultText(state.sngShownMax) + ", newest close " + defaultText(newest.dClose);
+  return text + ", prices " + defaultText(state.sngMin) + " to " + defaultText(state.sngMax) +
+         ", newest close " + defaultText(newest.dClose);
 }
 
 }  // namespace quintara

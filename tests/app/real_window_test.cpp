@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "app/layout.hpp"
 #include "support/real_program.hpp"
 
 namespace quintara::test {
@@ -34,6 +35,16 @@ TEST(RealWindow, PassesPointerMovesToTheControlsThatTakeThem) {
   moveTo("txtA1", {11, 10});
   EXPECT_EQ(shown("txtA1"), low);
   sDecimalSep = "";
+}
+
+TEST(RealWindow, MovesTheFocusInItsOrder) {
+  const RealProgram program;
+  RealProgram::click("txtTicker");
+  for (const std::string& name : mainWindowTabOrder()) {
+    EXPECT_EQ(Offscreen::form().focusWidget()->objectName().toStdString(), name);
+    QTest::keyClick(Offscreen::form().windowHandle(), Qt::Key_Tab);
+  }
+  EXPECT_EQ(Offscreen::form().focusWidget()->objectName(), "txtTicker");
 }
 
 }  // namespace
