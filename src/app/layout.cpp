@@ -215,7 +215,9 @@ void addResultRow(Designs& controls, const ResultFrame& frame, std::size_t row) 
                       kLevelColours.at(static_cast<std::size_t>(number) - 1)),
             kLightGrey),
         said));
-    if (!frame.targets) continue;
+    if (!frame.targets) {
+      continue;
+    }
     const std::string box = "chk" + set + kTargetBoxEndings.at(i);
     // One box is narrower than its neighbours.
     const float width = box == "chkA2E1618" ? 240 : 255;

@@ -22,7 +22,9 @@ const char* const kHelpFile = "Helpfile.hlp";
 
 std::unique_ptr<Window> createWindow(Toolkit& toolkit) {
   std::unique_ptr<Window> window = toolkit.newWindow(mainWindowDesign());
-  for (const ControlDesign& design : mainWindowControls()) window->add(design);
+  for (const ControlDesign& design : mainWindowControls()) {
+    window->add(design);
+  }
   window->setTabOrder(mainWindowTabOrder());
   return window;
 }
@@ -31,8 +33,9 @@ PointBoxes pointBoxes(const Window& window) {
   constexpr std::array<const char*, kPointBoxes> kNames{"txtA1", "txtA2", "txtA3", "txtA4",
                                                         "txtB1", "txtB2", "txtC1", "txtC2"};
   PointBoxes boxes{};
-  for (std::size_t i = 0; i < kPointBoxes; ++i)
+  for (std::size_t i = 0; i < kPointBoxes; ++i) {
     boxes.at(i) = &window.control<TextBox>(kNames.at(i));
+  }
   return boxes;
 }
 
@@ -92,7 +95,9 @@ frmQuintara::frmQuintara(const Platform& platform, QuoteHosts hosts)
 
 void frmQuintara::redrawChart() {
   DrawChart(state_, picChart_);
-  if (state_.hasChart()) picChart_.setDescription(chartSummary(state_, sDrawnTicker_));
+  if (state_.hasChart()) {
+    picChart_.setDescription(chartSummary(state_, sDrawnTicker_));
+  }
 }
 
 void frmQuintara::connectCommands() {
@@ -102,7 +107,9 @@ void frmQuintara::connectCommands() {
                     .maxMin = [this] { MaxMin(state_, platform_.clock.today()); },
                     .drawChart =
                         [this] {
-                          if (state_.hasChart()) sDrawnTicker_ = state_.sTicker;
+                          if (state_.hasChart()) {
+                            sDrawnTicker_ = state_.sTicker;
+                          }
                           redrawChart();
                         }});
   };
@@ -140,7 +147,9 @@ void frmQuintara::connectLevels() {
   const auto showLines = [this] { ShowLines(state_, redraw_); };
   for (const PointSet& set : sets_) {
     set.chkShow->Click = showLines;
-    for (CheckBox* box : set.chkTargets) box->Click = showLines;
+    for (CheckBox* box : set.chkTargets) {
+      box->Click = showLines;
+    }
   }
 }
 
@@ -172,7 +181,9 @@ void frmQuintara::connectPointer() {
 
 void frmQuintara::Form_Load() {
   auto& cboChartType = control<ComboBox>("cboChartType");
-  for (const char* type : {"Candle", "Line", "Bar"}) cboChartType.AddItem(type);
+  for (const char* type : {"Candle", "Line", "Bar"}) {
+    cboChartType.AddItem(type);
+  }
   cboChartType.setListIndex(0);
   state_.iChartType = 0;
   auto& cboDuration = control<ComboBox>("cboDuration");
@@ -182,7 +193,9 @@ void frmQuintara::Form_Load() {
   cboDuration.setListIndex(1);
   state_.iDuration = 1;
   auto& cboInterval = control<ComboBox>("cboInterval");
-  for (const char* interval : {"Daily", "Weekly", "Monthly"}) cboInterval.AddItem(interval);
+  for (const char* interval : {"Daily", "Weekly", "Monthly"}) {
+    cboInterval.AddItem(interval);
+  }
   cboInterval.setListIndex(0);
   state_.iInterval = 0;
   state_.iSpacing = 3;

@@ -18,7 +18,9 @@ std::string GetLocale(LocaleQuery& locale, std::int32_t LCType) {
   std::array<char, 256> buffer{};
   const int n = locale.GetLocaleInfoA(kUserDefaultLocale, LCType, buffer.data(),
                                       static_cast<int>(buffer.size()));
-  if (n <= 0) return "";
+  if (n <= 0) {
+    return "";
+  }
   // The count includes the terminating zero.
   return {buffer.data(), static_cast<std::size_t>(n) - 1};
 }

@@ -17,7 +17,9 @@ constexpr double kFootroom = 25;
 void setChartScale(ChartState& state, DrawingSurface& picChart) {
   picChart.setScaleModePixels();
   const std::int16_t height = toInt16(picChart.ScaleHeight());
-  if (height == 0) throw RuntimeError(ErrorKind::DivisionByZero);
+  if (height == 0) {
+    throw RuntimeError(ErrorKind::DivisionByZero);
+  }
   const double max = state.sngMax;
   const double min = state.sngMin;
   state.sngPricePerPixel = toSingle((max - min) / height);
@@ -46,7 +48,9 @@ void drawEach(const ChartState& state, DrawingSurface& picChart,
 }  // namespace
 
 void DrawChart(ChartState& state, DrawingSurface& picChart) {
-  if (!state.hasChart()) return;
+  if (!state.hasChart()) {
+    return;
+  }
   // No guard object: after a failed drawing the flag has to stay set.
   state.bDrawing = true;
   picChart.Cls();

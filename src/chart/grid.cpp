@@ -26,11 +26,21 @@ void dottedLine(DrawingSurface& picChart, float x1, float y1, float x2, float y2
 /// Where a price label starts: longer numbers further left. None for exactly 10000, which has no
 /// label.
 std::optional<float> labelX(float price) {
-  if (price < 10) return 30.0F;
-  if (price < 100) return 20.0F;
-  if (price < 1000) return 25.0F;
-  if (price < 10000) return 32.0F;
-  if (price > 10000) return 40.0F;
+  if (price < 10) {
+    return 30.0F;
+  }
+  if (price < 100) {
+    return 20.0F;
+  }
+  if (price < 1000) {
+    return 25.0F;
+  }
+  if (price < 10000) {
+    return 32.0F;
+  }
+  if (price > 10000) {
+    return 40.0F;
+  }
   return std::nullopt;
 }
 
@@ -50,11 +60,15 @@ bool drawPriceGrid(const ChartState& state, DrawingSurface& picChart) {
   const Single end = state.sngMax;
   Single y = toSingle(state.sngMin * 1.05);  // the first line stands clear of the date axis
   const auto within = [&] { return step < 0 ? !(y < end) : !(y > end); };
-  if (step == 0 && within()) return false;
+  if (step == 0 && within()) {
+    return false;
+  }
   for (int lines = 0; within() && lines < kMostPriceLines; ++lines) {
     drawPriceLine(picChart, y.value(), state.sngPricePerPixel);
     const Single next = y + step;
-    if (next == y) break;  // the step is lost in the price's precision
+    if (next == y) {
+      break;  // the step is lost in the price's precision
+    }
     y = next;
   }
   return true;
@@ -81,7 +95,9 @@ void Grid(const ChartState& state, DrawingSurface& picChart) {
   const float axisY = (state.sngMin - kAxisBelow * Single(state.sngPricePerPixel)).value();
   picChart.Line(kAxisX, axisY, kAxisX, toSingle(state.sngMax * 1.1), kAxisColour);
   picChart.Line(kAxisX, axisY, kLinesEndX, axisY, kAxisColour);
-  if (drawPriceGrid(state, picChart)) drawDateGrid(state, picChart, axisY);
+  if (drawPriceGrid(state, picChart)) {
+    drawDateGrid(state, picChart, axisY);
+  }
 }
 
 }  // namespace quintara

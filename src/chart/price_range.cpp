@@ -10,12 +10,18 @@ void MaxMin(ChartState& state, Date today) {
   const int last = state.iShown;
   for (int i = static_cast<int>(firstBarRow(state, today)); i <= last; ++i) {
     const auto index = static_cast<std::size_t>(i);
-    if (index >= state.sRows.size()) throw RuntimeError(ErrorKind::SubscriptOutOfRange);
+    if (index >= state.sRows.size()) {
+      throw RuntimeError(ErrorKind::SubscriptOutOfRange);
+    }
     const RowFields fields(state.sRows[index]);
     const float high = fields.number(kHigh);
-    if (high > state.sngMax) state.sngMax = high;
+    if (high > state.sngMax) {
+      state.sngMax = high;
+    }
     const float low = fields.number(kLow);
-    if (low < state.sngMin) state.sngMin = low;
+    if (low < state.sngMin) {
+      state.sngMin = low;
+    }
   }
   state.sngShownMax = state.sngMax;
   state.sngShownMin = state.sngMin;

@@ -33,7 +33,9 @@ void showAgain(ChartState& state, const DrawingSurface& picChart, const Clock& c
 
 void picChart_Resize(ChartState& state, const DrawingSurface& picChart, const Clock& clock,
                      const Steps& redraw) {
-  if (state.bDrawing || !state.hasChart()) return;
+  if (state.bDrawing || !state.hasChart()) {
+    return;
+  }
   std::int16_t bars = 0;
   runSkippingFailures({
       [&] { bars = barsThatFit(picChart.ScaleWidth(), state.iSpacing); },
@@ -46,17 +48,25 @@ void picChart_Resize(ChartState& state, const DrawingSurface& picChart, const Cl
 
 void Expand(ChartState& state, const DrawingSurface& picChart, const Clock& clock,
             const Steps& redraw) {
-  if (!state.hasChart() || state.iSpacing >= kWidest) return;
+  if (!state.hasChart() || state.iSpacing >= kWidest) {
+    return;
+  }
   ++state.iSpacing;
-  if (state.iSpacing > kNarrowest) state.bSuppressed = false;
+  if (state.iSpacing > kNarrowest) {
+    state.bSuppressed = false;
+  }
   showAgain(state, picChart, clock, redraw);
 }
 
 void Suppress(ChartState& state, const DrawingSurface& picChart, const Clock& clock,
               const Steps& redraw) {
-  if (!state.hasChart() || state.iSpacing <= kNarrowest) return;
+  if (!state.hasChart() || state.iSpacing <= kNarrowest) {
+    return;
+  }
   --state.iSpacing;
-  if (state.iSpacing < 2) state.bSuppressed = true;
+  if (state.iSpacing < 2) {
+    state.bSuppressed = true;
+  }
   showAgain(state, picChart, clock, redraw);
 }
 

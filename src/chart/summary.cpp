@@ -6,7 +6,9 @@ namespace quintara {
 
 std::string chartSummary(const ChartState& state, const std::string& ticker) {
   // Before the first series a box ticked too early can draw the axes alone.
-  if (!state.colCandles || state.colCandles->Count() == 0) return "No bars";
+  if (!state.colCandles || state.colCandles->Count() == 0) {
+    return "No bars";
+  }
   const Candle& newest = state.colCandles->Item(1);
   std::string text = ticker + ": " + std::to_string(state.iShown) + " bars shown";
   if (state.iShown >= 1) {

@@ -45,7 +45,9 @@ struct ChartState {
 
   /// The series. Throws ObjectNotSet before the first Draw Chart.
   [[nodiscard]] CandleSeries& candles() {
-    if (!colCandles) throw RuntimeError(ErrorKind::ObjectNotSet);
+    if (!colCandles) {
+      throw RuntimeError(ErrorKind::ObjectNotSet);
+    }
     return *colCandles;
   }
   [[nodiscard]] const CandleSeries& candles() const {

@@ -62,11 +62,15 @@ void cmdChart_Click(ChartState& state, const DrawChartControls& controls, const 
   bool downloaded = true;
   try {
     state.sTicker = controls.txtTicker.Text();
-    if (state.bBusy) return;
+    if (state.bBusy) {
+      return;
+    }
     controls.progress.setInfo("Retrieving historical data. Please wait....");
     controls.progress.Show();
     downloaded = GetHistoricalData(state, source);
-    if (downloaded) buildChart(state, controls, source.clock.today(), afterDownload);
+    if (downloaded) {
+      buildChart(state, controls, source.clock.today(), afterDownload);
+    }
   } catch (const RuntimeError&) {
     // Rows that do not parse end the command without a word; what was drawn stays.
   } catch (...) {
@@ -74,7 +78,9 @@ void cmdChart_Click(ChartState& state, const DrawChartControls& controls, const 
     throw;
   }
   controls.progress.Unload();
-  if (!downloaded) reportFailedDownload(controls);
+  if (!downloaded) {
+    reportFailedDownload(controls);
+  }
   state.bBusy = false;
 }
 

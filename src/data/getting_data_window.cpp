@@ -30,7 +30,9 @@ const ControlDesign kInfo{.kind = ControlKind::Label,
 }  // namespace
 
 void frmGettingData::setInfo(std::string_view text) {
-  if (!window_) Form_Load();
+  if (!window_) {
+    Form_Load();
+  }
   window_->control<Label>("lblInfo").setCaption(text);
 }
 

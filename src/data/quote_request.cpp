@@ -34,7 +34,9 @@ std::vector<std::string> split(std::string_view text, char separator) {
   for (;;) {
     const auto end = text.find(separator);
     pieces.emplace_back(text.substr(0, end));
-    if (end == std::string_view::npos) return pieces;
+    if (end == std::string_view::npos) {
+      return pieces;
+    }
     text.remove_prefix(end + 1);
   }
 }
@@ -50,10 +52,16 @@ char intervalLetter(std::int16_t iInterval) {
 }
 
 void normalise(std::vector<std::string>& rows) {
-  for (auto& row : rows) std::replace(row.begin(), row.end(), ',', '@');
+  for (auto& row : rows) {
+    std::replace(row.begin(), row.end(), ',', '@');
+  }
   // Only now is a comma free to stand for the decimal separator.
-  if (sDecimalSep != ",") return;
-  for (auto& row : rows) std::replace(row.begin(), row.end(), '.', ',');
+  if (sDecimalSep != ",") {
+    return;
+  }
+  for (auto& row : rows) {
+    std::replace(row.begin(), row.end(), '.', ',');
+  }
 }
 
 }  // namespace
@@ -62,10 +70,16 @@ Date startDate(std::int16_t iInterval, std::int16_t iDuration, Date today) {
   constexpr std::array kDailySpans{days{182}, days{365}, days{547}, days{730}};
   constexpr days kWeeklySpan{220 * 7};
   constexpr months kMonthlySpan{120};
-  if (iInterval == 1) return sys_days{today} - kWeeklySpan;
-  if (iInterval == 2) return monthsBefore(today, kMonthlySpan);
+  if (iInterval == 1) {
+    return sys_days{today} - kWeeklySpan;
+  }
+  if (iInterval == 2) {
+    return monthsBefore(today, kMonthlySpan);
+  }
   const auto span = static_cast<std::size_t>(iDuration);
-  if (iInterval != 0 || span >= kDailySpans.size()) throw RuntimeError(ErrorKind::TypeMismatch);
+  if (iInterval != 0 || span >= kDailySpans.size()) {
+    throw RuntimeError(ErrorKind::TypeMismatch);
+  }
   return sys_days{today} - kDailySpans.at(span);
 }
 
@@ -82,10 +96,16 @@ std::string quotePath(const std::string& ticker) {
 std::string quoteRow(const std::string& reply, Date today) {
   enum Field : std::size_t { kLast = 1, kOpen = 5, kHigh, kLow, kVolume, kFields };
   std::vector<std::string> fields = split(reply, ',');
-  if (fields.size() < kFields) throw RuntimeError(ErrorKind::SubscriptOutOfRange);
-  if (fields[kVolume].find("N/A") != std::string::npos) fields[kVolume] = "0";
+  if (fields.size() < kFields) {
+    throw RuntimeError(ErrorKind::SubscriptOutOfRange);
+  }
+  if (fields[kVolume].find("N/A") != std::string::npos) {
+    fields[kVolume] = "0";
+  }
   // An open of 0, or none at all, keeps the row out of the series.
-  if (readLeadingNumber(fields[kOpen]) == 0) fields[kOpen] = "N/A";
+  if (readLeadingNumber(fields[kOpen]) == 0) {
+    fields[kOpen] = "N/A";
+  }
   return rowDate(today) + "," + fields[kOpen] + "," + fields[kHigh] + "," + fields[kLow] + "," +
          fields[kLast] + "," + fields[kVolume];
 }

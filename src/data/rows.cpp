@@ -12,19 +12,25 @@ RowFields::RowFields(std::string_view row) {
     const auto separator = row.find('@');
     more = separator != std::string_view::npos;
     fields_.at(count_++) = row.substr(0, separator);
-    if (more) row.remove_prefix(separator + 1);
+    if (more) {
+      row.remove_prefix(separator + 1);
+    }
   }
 }
 
 std::string_view RowFields::text(RowField field) const {
-  if (field >= count_) throw RuntimeError(ErrorKind::SubscriptOutOfRange);
+  if (field >= count_) {
+    throw RuntimeError(ErrorKind::SubscriptOutOfRange);
+  }
   return fields_.at(field);
 }
 
 float RowFields::number(RowField field) const { return toSingle(readLocaleNumber(text(field))); }
 
 std::size_t firstBarRow(const ChartState& state, Date today) {
-  if (state.sRows.empty()) throw RuntimeError(ErrorKind::SubscriptOutOfRange);
+  if (state.sRows.empty()) {
+    throw RuntimeError(ErrorKind::SubscriptOutOfRange);
+  }
   const std::chrono::weekday day{std::chrono::sys_days{today}};
   const bool weekend = day == std::chrono::Saturday || day == std::chrono::Sunday;
   const bool unavailable = state.sRows[0].find("N/A") != std::string::npos;

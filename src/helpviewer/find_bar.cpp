@@ -38,7 +38,9 @@ void FindBar::start() {
 }
 
 void FindBar::next(bool backward) {
-  if (text_->text().isEmpty()) return start();
+  if (text_->text().isEmpty()) {
+    return start();
+  }
   const bool found = page_.findText(text_->text(), backward);
   outcome_->setText(found ? QString() : QStringLiteral("Not found on this page"));
 }

@@ -9,7 +9,9 @@ namespace quintara {
 QString HelpBook::open(const QString& file) {
   const QString shown = QDir::toNativeSeparators(file);
   const QFileInfo info(file);
-  if (!info.exists()) return QStringLiteral("The help file %1 was not found.").arg(shown);
+  if (!info.exists()) {
+    return QStringLiteral("The help file %1 was not found.").arg(shown);
+  }
   if (!info.isFile() || !info.isReadable()) {
     return QStringLiteral("The help file %1 cannot be read.").arg(shown);
   }
@@ -28,14 +30,18 @@ QString HelpBook::open(const QString& file) {
       !engine_->setupData()) {
     return QStringLiteral("The help file %1 cannot be opened. %2").arg(shown, engine_->error());
   }
-  if (!firstPage().isValid()) return QStringLiteral("The help file %1 holds no page.").arg(shown);
+  if (!firstPage().isValid()) {
+    return QStringLiteral("The help file %1 holds no page.").arg(shown);
+  }
   return {};
 }
 
 QUrl HelpBook::firstPage() const {
   const QList<QUrl> pages = engine_->files(name_, QString(), QStringLiteral("html"));
   for (const QUrl& page : pages) {
-    if (page.fileName() == QLatin1String("index.html")) return page;
+    if (page.fileName() == QLatin1String("index.html")) {
+      return page;
+    }
   }
   return pages.isEmpty() ? QUrl() : pages.first();
 }

@@ -27,7 +27,9 @@ int showHelp(const QString& file) {
     return 1;
   }
   quintara::SingleViewer single(quintara::userRuntimeFolder(), QFileInfo(file).canonicalFilePath());
-  if (single.handOver()) return 0;
+  if (single.handOver()) {
+    return 0;
+  }
   quintara::ViewerWindow window(book);
   single.onRing([&window] { window.comeForward(); });
   window.show();

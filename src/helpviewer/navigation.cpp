@@ -31,7 +31,9 @@ bool needsClick(const QWidget& list) {
 
 QUrl choose(QWidget* parent, const QList<QHelpLink>& pages, const QString& keyword) {
   QStringList titles;
-  for (const QHelpLink& page : pages) titles << page.title;
+  for (const QHelpLink& page : pages) {
+    titles << page.title;
+  }
   bool accepted = false;
   const QString title = QInputDialog::getItem(parent, QStringLiteral("Quintara Help"),
                                               QStringLiteral("Pages about %1:").arg(keyword),
@@ -66,7 +68,9 @@ QWidget* Navigation::indexTab() {
   connect(list, &QHelpIndexWidget::documentsActivated, this,
           [this](const QList<QHelpLink>& pages, const QString& keyword) {
             const QUrl page = choose(this, pages, keyword);
-            if (page.isValid()) show_(page);
+            if (page.isValid()) {
+              show_(page);
+            }
           });
   if (needsClick(*list)) {
     connect(list, &QListView::clicked, list, &QHelpIndexWidget::activateCurrentItem);
@@ -89,7 +93,9 @@ QWidget* Navigation::contentsTab() {
   connect(tree, &QHelpContentWidget::linkActivated, this, show_);
   if (needsClick(*tree)) {
     connect(tree, &QTreeView::clicked, this, [this, model](const QModelIndex& index) {
-      if (const QHelpContentItem* item = model->contentItemAt(index)) show_(item->url());
+      if (const QHelpContentItem* item = model->contentItemAt(index)) {
+        show_(item->url());
+      }
     });
   }
   return tree;
@@ -101,7 +107,9 @@ void Navigation::focusIndex() {
 }
 
 bool Navigation::clearFilter() {
-  if (filter_->text().isEmpty()) return false;
+  if (filter_->text().isEmpty()) {
+    return false;
+  }
   filter_->clear();
   return true;
 }
@@ -109,7 +117,9 @@ bool Navigation::clearFilter() {
 void Navigation::mark(const QUrl& page) {
   QHelpContentWidget* tree = book_.engine().contentWidget();
   const QModelIndex index = tree->indexOf(page);
-  if (index.isValid()) tree->setCurrentIndex(index);
+  if (index.isValid()) {
+    tree->setCurrentIndex(index);
+  }
 }
 
 bool Navigation::eventFilter(QObject* watched, QEvent* event) {

@@ -27,7 +27,9 @@ bool SingleViewer::handOver() {
   // Two viewers started at once must not both find the socket stale and replace each other's.
   QLockFile lock(socket_ + QStringLiteral(".lock"));
   lock.tryLock(patience);
-  if (ringOther()) return true;
+  if (ringOther()) {
+    return true;
+  }
   QLocalServer::removeServer(socket_);
   server_.setSocketOptions(QLocalServer::UserAccessOption);
   if (server_.listen(socket_)) {
@@ -39,14 +41,18 @@ bool SingleViewer::handOver() {
 bool SingleViewer::ringOther() const {
   QLocalSocket other;
   other.connectToServer(socket_);
-  if (!other.waitForConnected(patience)) return false;
+  if (!other.waitForConnected(patience)) {
+    return false;
+  }
   // The desktop gives the token to the program the user started; the open window needs it to be
   // allowed to the front.
   other.write(qgetenv(activationVariable) + '\n');
   other.flush();
   // A viewer that hangs accepts connections too, but does not answer.
   while (!other.canReadLine()) {
-    if (!other.waitForReadyRead(patience)) return false;
+    if (!other.waitForReadyRead(patience)) {
+      return false;
+    }
   }
   return other.readLine() == answerLine;
 }
@@ -55,12 +61,18 @@ void SingleViewer::answer() {
   while (QLocalSocket* caller = server_.nextPendingConnection()) {
     QObject::connect(caller, &QLocalSocket::disconnected, caller, &QObject::deleteLater);
     const auto read = [this, caller] {
-      if (!caller->canReadLine()) return;
+      if (!caller->canReadLine()) {
+        return;
+      }
       const QByteArray token = caller->readLine().trimmed();
-      if (!token.isEmpty()) qputenv(activationVariable, token);
+      if (!token.isEmpty()) {
+        qputenv(activationVariable, token);
+      }
       caller->write(answerLine);
       caller->disconnectFromServer();
-      if (ring_) ring_();
+      if (ring_) {
+        ring_();
+      }
     };
     QObject::connect(caller, &QLocalSocket::readyRead, caller, read);
     read();

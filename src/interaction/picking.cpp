@@ -27,7 +27,9 @@ const std::array<DropTarget, 8> kDropTargets{{
 void picChart_MouseDown(const ChartState& state, DragState& drag, const Readout& readout,
                         Screen& screen, const MouseEvent& event) {
   // One row of the table is enough to pick from, though not for a chart.
-  if (state.sRows.size() < 3 || event.Button != kLeftButton) return;
+  if (state.sRows.size() < 3 || event.Button != kLeftButton) {
+    return;
+  }
   drag.bDragging = true;
   drag.sngPickedLow = toSingle(readLocaleNumber(readout.lblLow.Caption()));
   drag.sngPickedHigh = toSingle(readLocaleNumber(readout.lblHigh.Caption()));
@@ -37,7 +39,9 @@ void picChart_MouseDown(const ChartState& state, DragState& drag, const Readout&
 
 void picChart_MouseUp(DragState& drag, const PictureBox& picChart, Screen& screen,
                       const MouseEvent& event) {
-  if (picChart.Point(event.X, event.Y) == 0) drag.letGo();
+  if (picChart.Point(event.X, event.Y) == 0) {
+    drag.letGo();
+  }
   drag.bDragging = false;
   screen.setMousePointer(kCrossHairPointer);
 }

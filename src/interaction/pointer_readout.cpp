@@ -36,14 +36,20 @@ void CandleData(const ChartState& state, const PointerControls& controls, float 
 
 void OutOfPic(const ChartState& state, const PointerControls& controls) {
   // Without a series only the price goes; a series of exactly one bar leaves everything.
-  if (state.colCandles && state.colCandles->Count() <= 1) return;
-  if (state.colCandles) showBar(state.colCandles->Item(1), controls.readout);
+  if (state.colCandles && state.colCandles->Count() <= 1) {
+    return;
+  }
+  if (state.colCandles) {
+    showBar(state.colCandles->Item(1), controls.readout);
+  }
   controls.lblCurrent.setCaption("");
 }
 
 void picChart_MouseMove(const ChartState& state, const DragState& drag,
                         const PointerControls& controls, const MouseEvent& event) {
-  if (drag.bDragging) return;
+  if (drag.bDragging) {
+    return;
+  }
   controls.screen.setMousePointer(kCrossHairPointer);
   CandleData(state, controls, event.X, event.Y);
 }
@@ -59,7 +65,9 @@ void Form_MouseMove(const ChartState& state, DragState& drag, const PointerContr
 
 void Frame_MouseMove(const ChartState& state, DragState& drag, const PointerControls& controls) {
   leaveChart(state, controls);
-  if (drag.sngPickedLow > 0) drag.letGo();
+  if (drag.sngPickedLow > 0) {
+    drag.letGo();
+  }
 }
 
 }  // namespace quintara

@@ -35,8 +35,12 @@ void store(float level, float& entry, Label& label) {
 /// Makes room on the chart for a set's middle target, with a margin of 3 %. A4 never moves it.
 void stretchRange(ChartState& state, std::size_t set, const Levels& targets) {
   const float middle = targets[1];
-  if (set < 2 && middle > state.sngMax) state.sngMax = toSingle(middle * 1.03);
-  if (set == 2 && middle < state.sngMin) state.sngMin = toSingle(middle * 0.97);
+  if (set < 2 && middle > state.sngMax) {
+    state.sngMax = toSingle(middle * 1.03);
+  }
+  if (set == 2 && middle < state.sngMin) {
+    state.sngMin = toSingle(middle * 0.97);
+  }
 }
 
 }  // namespace
@@ -49,7 +53,9 @@ float retracement(float A, float B, std::size_t index) {
 
 float target(float A, float B, float C, std::size_t index) {
   // The plain move is added up in single precision, the multiples in double.
-  if (index == 0) return toSingle(roundTo3((Single(B) - A + C).value()));
+  if (index == 0) {
+    return toSingle(roundTo3((Single(B) - A + C).value()));
+  }
   const double ratio = index == 1 ? 1.382 : 1.618;
   return toSingle(roundTo3((double{B} - double{A}) * ratio + double{C}));
 }
@@ -59,7 +65,9 @@ void cmdCalculate_Click(ChartState& state, LevelTable& sngLevels, const PointBox
   const PointValues values = readBoxes(boxes);
   for (std::size_t s = 0; s < kSets; ++s) {
     const auto [A, B, C] = pointsOf(s, values);
-    if (!(A > 0 && B > 0)) continue;
+    if (!(A > 0 && B > 0)) {
+      continue;
+    }
     for (std::size_t i = 0; i < 3; ++i) {
       store(retracement(A, B, i), sngLevels[sets[s].retracementRow][i],
             *sets[s].lblRetracements[i]);
@@ -67,9 +75,13 @@ void cmdCalculate_Click(ChartState& state, LevelTable& sngLevels, const PointBox
   }
   for (std::size_t s = 0; s < kSets; ++s) {
     const auto [A, B, C] = pointsOf(s, values);
-    if (!(A > 0 && B > 0 && C > 0)) continue;
+    if (!(A > 0 && B > 0 && C > 0)) {
+      continue;
+    }
     Levels& row = sngLevels[sets[s].targetRow];
-    for (std::size_t i = 0; i < 3; ++i) store(target(A, B, C, i), row[i], *sets[s].lblTargets[i]);
+    for (std::size_t i = 0; i < 3; ++i) {
+      store(target(A, B, C, i), row[i], *sets[s].lblTargets[i]);
+    }
     stretchRange(state, s, row);
   }
 }

@@ -10,9 +10,13 @@ namespace quintara {
 namespace {
 
 void drawSet(DrawingSurface& picChart, const LevelTable& sngLevels, const PointSet& set) {
-  if (set.chkShow->Value() != 1) return;
+  if (set.chkShow->Value() != 1) {
+    return;
+  }
   std::array<bool, 3> selected{};
-  for (std::size_t i = 0; i < selected.size(); ++i) selected[i] = set.chkTargets[i]->Value() != 0;
+  for (std::size_t i = 0; i < selected.size(); ++i) {
+    selected[i] = set.chkTargets[i]->Value() != 0;
+  }
   DrawLine(picChart, sngLevels[set.retracementRow], sngLevels[set.targetRow],
            set.lblRetracements[0]->ForeColor(), selected);
 }
@@ -23,23 +27,35 @@ void RecalculateMaxMin(ChartState& state, const PointSets& sets) {
   state.sngMax = state.sngShownMax;
   state.sngMin = state.sngShownMin;
   for (const PointSet& set : sets) {
-    if (set.chkShow->Value() != 1) continue;
+    if (set.chkShow->Value() != 1) {
+      continue;
+    }
     for (std::size_t i = 0; i < set.lblTargets.size(); ++i) {
-      if (set.chkTargets[i]->Value() != 1) continue;
+      if (set.chkTargets[i]->Value() != 1) {
+        continue;
+      }
       const double caption = readLeadingNumber(set.lblTargets[i]->Caption());
       const float level = toSingle(caption);
-      if (level > state.sngMax) state.sngMax = level;
-      if (level < state.sngMin && caption > 0) state.sngMin = level;
+      if (level > state.sngMax) {
+        state.sngMax = level;
+      }
+      if (level < state.sngMin && caption > 0) {
+        state.sngMin = level;
+      }
     }
   }
 }
 
 void DrawLine(DrawingSurface& picChart, const Levels& AR, const Levels& AT, Colour lColor,
               const std::array<bool, 3>& T) {
-  for (const float level : AR) picChart.Line(kFirstBarLeft, level, kLinesEndX, level, lColor);
+  for (const float level : AR) {
+    picChart.Line(kFirstBarLeft, level, kLinesEndX, level, lColor);
+  }
   picChart.setDrawStyle(DrawStyle::Dash);
   for (std::size_t i = 0; i < AT.size(); ++i) {
-    if (T[i]) picChart.Line(kFirstBarLeft, AT[i], kLinesEndX, AT[i], lColor);
+    if (T[i]) {
+      picChart.Line(kFirstBarLeft, AT[i], kLinesEndX, AT[i], lColor);
+    }
   }
   picChart.setDrawStyle(DrawStyle::Solid);
 }
@@ -56,7 +72,9 @@ Steps redrawSteps(ChartState& state, const LevelTable& sngLevels, const PointSet
 }
 
 void ShowLines(const ChartState& state, const Steps& redraw) {
-  if (state.hasChart()) run(redraw);
+  if (state.hasChart()) {
+    run(redraw);
+  }
 }
 
 void cboChartType_Click(ChartState& state, const ComboBox& cboChartType, const Steps& redraw) {

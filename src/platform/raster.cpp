@@ -12,7 +12,9 @@ int deviceSize(int logical, double ratio) { return static_cast<int>(std::lround(
 /// User units per logical pixel. An area without a pixel to spread them over keeps its unit: the
 /// next resize asks for it.
 double unitOf(float first, float last, int logicalSize, double unit) {
-  if (logicalSize == 0) return unit;
+  if (logicalSize == 0) {
+    return unit;
+  }
   return (static_cast<double>(last) - static_cast<double>(first)) / logicalSize;
 }
 
@@ -74,10 +76,14 @@ float Raster::ScaleHeight() const { return static_cast<float>(y_.unit * logicalH
 std::int32_t Raster::Point(float x, float y) const {
   const double deviceX = x_.device(x);
   const double deviceY = y_.device(y);
-  if (std::isnan(deviceX) || std::isnan(deviceY)) return -1;
+  if (std::isnan(deviceX) || std::isnan(deviceY)) {
+    return -1;
+  }
   const int column = nearestPixel(deviceX);
   const int row = nearestPixel(deviceY);
-  if (column < 0 || column >= image_.width() || row < 0 || row >= image_.height()) return -1;
+  if (column < 0 || column >= image_.width() || row < 0 || row >= image_.height()) {
+    return -1;
+  }
   return static_cast<std::int32_t>(fromRgb32(image_.row(row)[column]).bgr);
 }
 

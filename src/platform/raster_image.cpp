@@ -31,7 +31,9 @@ int firstInPhase(int begin, int phase, int period) {
 RasterImage::Pixels RasterImage::allocate(std::size_t count) {
   const std::size_t bytes = (count * sizeof(std::uint32_t) / kHugePage + 1) * kHugePage;
   Pixels pixels(static_cast<std::uint32_t*>(std::aligned_alloc(kHugePage, bytes)));
-  if (!pixels) throw std::bad_alloc();
+  if (!pixels) {
+    throw std::bad_alloc();
+  }
   // A vertical stroke touches a page a row. Where huge pages are refused it only takes longer.
   static_cast<void>(madvise(pixels.get(), bytes, MADV_HUGEPAGE));
   return pixels;
@@ -47,7 +49,9 @@ void RasterImage::resize(int width, int height, std::uint32_t background) {
   stride_ = stride;
   clear(background);
   const int keptHeight = std::min(height, old.height_);
-  for (int y = 0; y < keptHeight; ++y) std::copy_n(old.row(y), std::min(width, old.width_), row(y));
+  for (int y = 0; y < keptHeight; ++y) {
+    std::copy_n(old.row(y), std::min(width, old.width_), row(y));
+  }
 }
 
 void RasterImage::fillRun(std::uint32_t* first, std::ptrdiff_t count, std::uint32_t pixel) {
@@ -59,7 +63,9 @@ void RasterImage::fillRun(std::uint32_t* first, std::ptrdiff_t count, std::uint3
 void RasterImage::clear(std::uint32_t pixel) { fillRun(row(0), stride_ * height_, pixel); }
 
 void RasterImage::fillRows(const PixelRect& rect, StrokePattern pattern, std::uint32_t pixel) {
-  if (pattern.isSolid()) return fill(rect, pixel);
+  if (pattern.isSolid()) {
+    return fill(rect, pixel);
+  }
   PixelRect area = clipped(rect);
   const int top = area.top;
   for (int phase = 0; phase < pattern.on; ++phase) {
@@ -69,13 +75,17 @@ void RasterImage::fillRows(const PixelRect& rect, StrokePattern pattern, std::ui
 }
 
 void RasterImage::fillColumns(const PixelRect& rect, StrokePattern pattern, std::uint32_t pixel) {
-  if (pattern.isSolid()) return fill(rect, pixel);
+  if (pattern.isSolid()) {
+    return fill(rect, pixel);
+  }
   const PixelRect area = clipped(rect);
   for (int y = area.top; y < area.bottom; ++y) {
     std::uint32_t* const line = row(y);
     for (int phase = 0; phase < pattern.on; ++phase) {
       int x = firstInPhase(area.left, phase, pattern.period);
-      for (; x < area.right; x += pattern.period) line[x] = pixel;
+      for (; x < area.right; x += pattern.period) {
+        line[x] = pixel;
+      }
     }
   }
 }
@@ -89,7 +99,9 @@ void RasterImage::outline(const PixelRect& rect, int thickness, StrokePattern pa
     // A candle's edges lie in one cache line: one pass over the rows does for both.
     const PixelRect area = clipped(rect);
     std::uint32_t* at = row(area.top);
-    for (int y = area.top; y < area.bottom; ++y, at += stride_) at[left] = at[right - 1] = pixel;
+    for (int y = area.top; y < area.bottom; ++y, at += stride_) {
+      at[left] = at[right - 1] = pixel;
+    }
     return;
   }
   fillRows({left, top, left + thickness, bottom}, pattern, pixel);

@@ -86,14 +86,21 @@ inline void RasterImage::fillEvery(int step, const PixelRect& area, std::uint32_
   std::uint32_t* const pixels = pixels_.get();
   // Candles are up to three pixels wide, a call of the library for each row would cost more.
   if (width == 1) {
-    for (std::ptrdiff_t i = first; i < last; i += ahead) pixels[i] = pixel;
+    for (std::ptrdiff_t i = first; i < last; i += ahead) {
+      pixels[i] = pixel;
+    }
   } else if (width == 2) {
-    for (std::ptrdiff_t i = first; i < last; i += ahead) pixels[i] = pixels[i + 1] = pixel;
+    for (std::ptrdiff_t i = first; i < last; i += ahead) {
+      pixels[i] = pixels[i + 1] = pixel;
+    }
   } else if (width == 3) {
-    for (std::ptrdiff_t i = first; i < last; i += ahead)
+    for (std::ptrdiff_t i = first; i < last; i += ahead) {
       pixels[i] = pixels[i + 1] = pixels[i + 2] = pixel;
+    }
   } else if (width > 3) {
-    for (std::ptrdiff_t i = first; i < last; i += ahead) fillRun(pixels + i, width, pixel);
+    for (std::ptrdiff_t i = first; i < last; i += ahead) {
+      fillRun(pixels + i, width, pixel);
+    }
   }
 }
 

@@ -33,8 +33,9 @@ void Raster::updatePattern() {
 
 void Raster::Line(float x1, float y1, float x2, float y2, Colour colour, BoxMode box) {
   const Segment line{x_.device(x1), y_.device(y1), x_.device(x2), y_.device(y2)};
-  if (std::isnan(line.x1) || std::isnan(line.y1) || std::isnan(line.x2) || std::isnan(line.y2))
+  if (std::isnan(line.x1) || std::isnan(line.y1) || std::isnan(line.x2) || std::isnan(line.y2)) {
     return;
+  }
   damaged_ = true;
   const int column1 = nearestPixel(line.x1);
   const int column2 = nearestPixel(line.x2);
@@ -77,11 +78,14 @@ void Raster::slopedLine(const Segment& line, std::uint32_t pixel) {
   const std::ptrdiff_t minorStep = wide ? image_.stride() : 1;
   const int end = static_cast<int>(std::clamp<double>(last + thickness_, 0, majorSize));
   for (int major = static_cast<int>(std::clamp<double>(first, 0, end)); major < end; ++major) {
-    if (!pattern_.isOn(major)) continue;
+    if (!pattern_.isOn(major)) {
+      continue;
+    }
     // The stroke's last pixels are as thick as the others are, not a continuation of the slope.
     const int minor = nearestPixel(start + std::min<double>(major, last) * slope);
-    for (int m = std::max(minor, 0); m < std::min(minor + thickness_, minorSize); ++m)
+    for (int m = std::max(minor, 0); m < std::min(minor + thickness_, minorSize); ++m) {
       image_.row(0)[major * majorStep + m * minorStep] = pixel;
+    }
   }
 }
 

@@ -47,8 +47,9 @@ std::uint32_t mixed(std::uint32_t under, std::uint32_t over, std::uint32_t cover
 }  // namespace
 
 void Raster::updateTextShades() {
-  for (std::uint32_t coverage = 0; coverage < textShades_.size(); ++coverage)
+  for (std::uint32_t coverage = 0; coverage < textShades_.size(); ++coverage) {
     textShades_[coverage] = mixed(background_, foreground_, coverage);
+  }
 }
 
 void Raster::Print(std::string_view text) {
@@ -56,7 +57,9 @@ void Raster::Print(std::string_view text) {
   const double top = y_.device(currentY_);
   currentX_ = 0;
   currentY_ += glyphs_->lineHeight() / ratio_ * y_.unit;
-  if (std::isnan(left) || std::isnan(top)) return;
+  if (std::isnan(left) || std::isnan(top)) {
+    return;
+  }
   damaged_ = true;
   int pen = nearestPixel(left);
   const int line = nearestPixel(top);
@@ -68,9 +71,13 @@ void Raster::Print(std::string_view text) {
 }
 
 const Glyph& Raster::glyph(char32_t character) {
-  if (character >= asciiGlyphs_.size()) return glyphs_->glyph(character);
+  if (character >= asciiGlyphs_.size()) {
+    return glyphs_->glyph(character);
+  }
   const Glyph*& known = asciiGlyphs_[character];
-  if (known == nullptr) known = &glyphs_->glyph(character);
+  if (known == nullptr) {
+    known = &glyphs_->glyph(character);
+  }
   return *known;
 }
 

@@ -9,7 +9,9 @@ std::int16_t toInt16(double value) {
   const double whole = roundHalfEven(value);
   constexpr auto kLow = double{std::numeric_limits<std::int16_t>::min()};
   constexpr auto kHigh = double{std::numeric_limits<std::int16_t>::max()};
-  if (!(whole >= kLow && whole <= kHigh)) throw RuntimeError(ErrorKind::Overflow);
+  if (!(whole >= kLow && whole <= kHigh)) {
+    throw RuntimeError(ErrorKind::Overflow);
+  }
   return static_cast<std::int16_t>(whole);
 }
 

@@ -12,7 +12,9 @@ namespace quintara {
 /// Throws Overflow beyond the single range and for anything that is not a number.
 inline float toSingle(double value) {
   const auto single = static_cast<float>(value);
-  if (!std::isfinite(single)) throw RuntimeError(ErrorKind::Overflow);
+  if (!std::isfinite(single)) {
+    throw RuntimeError(ErrorKind::Overflow);
+  }
   return single;
 }
 
@@ -37,7 +39,9 @@ class Single {
   friend Single operator-(Single a, Single b) { return checked(a.value_ - b.value_); }
   friend Single operator*(Single a, Single b) { return checked(a.value_ * b.value_); }
   friend Single operator/(Single a, Single b) {
-    if (b.value_ == 0) throw RuntimeError(ErrorKind::DivisionByZero);
+    if (b.value_ == 0) {
+      throw RuntimeError(ErrorKind::DivisionByZero);
+    }
     return checked(a.value_ / b.value_);
   }
   friend constexpr bool operator<(Single a, Single b) { return a.value_ < b.value_; }
@@ -46,7 +50,9 @@ class Single {
 
  private:
   static Single checked(float value) {
-    if (!std::isfinite(value)) throw RuntimeError(ErrorKind::Overflow);
+    if (!std::isfinite(value)) {
+      throw RuntimeError(ErrorKind::Overflow);
+    }
     return value;
   }
 

@@ -5,7 +5,9 @@
 namespace quintara {
 
 void run(const Steps& steps) {
-  for (const auto& step : steps) step();
+  for (const auto& step : steps) {
+    step();
+  }
 }
 
 void runSkippingFailures(const Steps& steps) {

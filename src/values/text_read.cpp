@@ -27,9 +27,13 @@ bool isLarge(std::string_view number) {
   long exponent = 0;
   if (letter < number.size()) {
     std::string_view text = number.substr(letter + 1);
-    if (text.front() == '+') text.remove_prefix(1);
+    if (text.front() == '+') {
+      text.remove_prefix(1);
+    }
     const auto read = std::from_chars(text.data(), text.data() + text.size(), exponent);
-    if (read.ec == std::errc::result_out_of_range) return text.front() != '-';
+    if (read.ec == std::errc::result_out_of_range) {
+      return text.front() != '-';
+    }
   }
   return exponent > first - point;
 }
@@ -40,14 +44,22 @@ bool isLarge(std::string_view number) {
 double readNumber(std::string_view text, const char*& end) {
   end = text.data();
   std::string_view number = text;
-  if (!number.empty() && number.front() == '+') number.remove_prefix(1);
+  if (!number.empty() && number.front() == '+') {
+    number.remove_prefix(1);
+  }
   const std::size_t unsignedAt = !number.empty() && number.front() == '-' ? 1 : 0;
   // from_chars would take "inf" and "nan", and a minus sign behind the plus.
-  if (number.size() <= unsignedAt || !startsNumber(number[unsignedAt])) return 0;
-  if (unsignedAt == 1 && number.size() < text.size()) return 0;
+  if (number.size() <= unsignedAt || !startsNumber(number[unsignedAt])) {
+    return 0;
+  }
+  if (unsignedAt == 1 && number.size() < text.size()) {
+    return 0;
+  }
   double value = 0;
   const auto result = std::from_chars(number.data(), number.data() + number.size(), value);
-  if (result.ec == std::errc::invalid_argument) return 0;
+  if (result.ec == std::errc::invalid_argument) {
+    return 0;
+  }
   end = result.ptr;
   if (result.ec == std::errc::result_out_of_range) {
     return isLarge({number.data(), result.ptr}) ? HUGE_VAL : 0;
@@ -56,7 +68,9 @@ double readNumber(std::string_view text, const char*& end) {
 }
 
 double withinRange(double value) {
-  if (!std::isfinite(value)) throw RuntimeError(ErrorKind::Overflow);
+  if (!std::isfinite(value)) {
+    throw RuntimeError(ErrorKind::Overflow);
+  }
   return value;
 }
 
@@ -66,7 +80,9 @@ double readWhole(std::string_view text, std::size_t base) {
   double value = 0;
   for (const char c : text) {
     const std::size_t digit = kDigits.find(c) / 2;
-    if (digit >= base) break;
+    if (digit >= base) {
+      break;
+    }
     value = value * static_cast<double>(base) + static_cast<double>(digit);
   }
   return withinRange(value);
@@ -75,14 +91,22 @@ double readWhole(std::string_view text, std::size_t base) {
 }  // namespace
 
 double readLocaleNumber(std::string_view text) {
-  while (!text.empty() && isBlank(text.front())) text.remove_prefix(1);
-  while (!text.empty() && isBlank(text.back())) text.remove_suffix(1);
-  if (text.empty()) throw RuntimeError(ErrorKind::TypeMismatch);
+  while (!text.empty() && isBlank(text.front())) {
+    text.remove_prefix(1);
+  }
+  while (!text.empty() && isBlank(text.back())) {
+    text.remove_suffix(1);
+  }
+  if (text.empty()) {
+    throw RuntimeError(ErrorKind::TypeMismatch);
+  }
 
   const std::string_view point = sDecimalSep.empty() ? "." : std::string_view(sDecimalSep);
   std::string withPoint;
   if (point != ".") {
-    if (text.find('.') != std::string_view::npos) throw RuntimeError(ErrorKind::TypeMismatch);
+    if (text.find('.') != std::string_view::npos) {
+      throw RuntimeError(ErrorKind::TypeMismatch);
+    }
     withPoint = text;
     if (const auto at = withPoint.find(point); at != std::string::npos) {
       withPoint.erase(at, point.size()).insert(at, 1, '.');
@@ -91,7 +115,9 @@ double readLocaleNumber(std::string_view text) {
   }
   const char* end = nullptr;
   const double value = readNumber(text, end);
-  if (end != text.data() + text.size()) throw RuntimeError(ErrorKind::TypeMismatch);
+  if (end != text.data() + text.size()) {
+    throw RuntimeError(ErrorKind::TypeMismatch);
+  }
   return withinRange(value);
 }
 
@@ -100,8 +126,12 @@ double readLeadingNumber(std::string_view text) {
   std::copy_if(text.begin(), text.end(), std::back_inserter(packed),
                [](char c) { return c != ' ' && c != '\t' && c != '\n'; });
   if (packed.size() > 2 && packed[0] == '&') {
-    if (packed[1] == 'H' || packed[1] == 'h') return readWhole(packed.substr(2), 16);
-    if (packed[1] == 'O' || packed[1] == 'o') return readWhole(packed.substr(2), 8);
+    if (packed[1] == 'H' || packed[1] == 'h') {
+      return readWhole(packed.substr(2), 16);
+    }
+    if (packed[1] == 'O' || packed[1] == 'o') {
+      return readWhole(packed.substr(2), 8);
+    }
   }
   // D marks an exponent as E does. An exponent without digits is not part of the number.
   std::replace_if(

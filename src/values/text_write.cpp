@@ -34,16 +34,22 @@ int exponentOf(double value) {
 }
 
 void stripTrailingZeros(std::string& text) {
-  if (text.find('.') == std::string::npos) return;
+  if (text.find('.') == std::string::npos) {
+    return;
+  }
   text.erase(text.find_last_not_of('0') + 1);
-  if (text.back() == '.') text.pop_back();
+  if (text.back() == '.') {
+    text.pop_back();
+  }
 }
 
 /// Plain digits with a full stop of a value above 0.
 std::string plainText(float value) {
   const double wide = value;
   // A single of this size is a whole number, and its own digits read back as it is.
-  if (wide >= 1e7) return fixedText(wide, 0);
+  if (wide >= 1e7) {
+    return fixedText(wide, 0);
+  }
   const int decimals = kDigits - 1 - exponentOf(wide);
   std::string text = fixedText(wide, decimals);
   if (wide < 1e-4 && toSingle(readLeadingNumber(text)) > value) {
@@ -65,9 +71,13 @@ void useDecimalSep(std::string& text) {
 }  // namespace
 
 std::string defaultText(float value) {
-  if (value == 0) return "0";
+  if (value == 0) {
+    return "0";
+  }
   std::string text = plainText(std::fabs(value));
-  if (value < 0) text.insert(0, 1, '-');
+  if (value < 0) {
+    text.insert(0, 1, '-');
+  }
   useDecimalSep(text);
   return text;
 }
@@ -83,7 +93,9 @@ std::string twoDecimals(float value) {
   // The product is exact: a single times 100 has less than 53 significant bits.
   const double hundredths = std::round(std::fabs(double{value}) * 100);
   std::string text = fixedText(hundredths / 100, 2);
-  if (value < 0 && hundredths > 0) text.insert(0, 1, '-');
+  if (value < 0 && hundredths > 0) {
+    text.insert(0, 1, '-');
+  }
   useDecimalSep(text);
   return text;
 }

@@ -19,7 +19,9 @@ class SpokenComboBox final : public QAccessibleWidget {
       : QAccessibleWidget(&box, QAccessible::ComboBox), box_(box) {}
 
   [[nodiscard]] QString text(QAccessible::Text kind) const override {
-    if (kind == QAccessible::Value) return box_.currentText();
+    if (kind == QAccessible::Value) {
+      return box_.currentText();
+    }
     QString text = QAccessibleWidget::text(kind);
     if (kind == QAccessible::Name && box_.currentIndex() >= 0) {
       text += QStringLiteral(": ") + box_.currentText();
@@ -43,7 +45,9 @@ class SpokenComboBox final : public QAccessibleWidget {
   }
   [[nodiscard]] QStringList actionNames() const override { return {showMenuAction()}; }
   void doAction(const QString& action) override {
-    if (action != showMenuAction() || !box_.isEnabled()) return;
+    if (action != showMenuAction() || !box_.isEnabled()) {
+      return;
+    }
     if (box_.view()->isVisible()) {
       box_.hidePopup();
     } else {
@@ -63,7 +67,9 @@ QAccessibleInterface* interfaceOf(const QString& /*className*/, QObject* object)
   if (auto* picture = dynamic_cast<PictureBoxWidget*>(object)) {
     return new QAccessibleWidget(picture, QAccessible::Graphic);
   }
-  if (auto* combo = dynamic_cast<QComboBox*>(object)) return new SpokenComboBox(*combo);
+  if (auto* combo = dynamic_cast<QComboBox*>(object)) {
+    return new SpokenComboBox(*combo);
+  }
   return nullptr;
 }
 

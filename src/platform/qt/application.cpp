@@ -84,7 +84,9 @@ void QtApplication::reportErrorsBy(MessageBox& messageBox) {
 int QtApplication::run() {
   try {
     // The program may have come to its end before its events are waited for.
-    if (!parts_->dispatcher.isEnding()) QApplication::exec();
+    if (!parts_->dispatcher.isEnding()) {
+      QApplication::exec();
+    }
     return parts_->dispatcher.exitCode();
   } catch (const std::exception& error) {
     std::fprintf(stderr, "Quintara: %s\n", error.what());

@@ -14,7 +14,9 @@ ArtPicture::ArtPicture(std::string_view name)
 ArtPicture::~ArtPicture() = default;
 
 QSvgRenderer& ArtPicture::renderer() {
-  if (!renderer_) renderer_ = std::make_unique<QSvgRenderer>(path_);
+  if (!renderer_) {
+    renderer_ = std::make_unique<QSvgRenderer>(path_);
+  }
   return *renderer_;
 }
 

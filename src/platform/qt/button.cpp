@@ -18,13 +18,17 @@ class ButtonWidget final : public QPushButton {
       : QPushButton(withoutMnemonics(design.caption), &parent) {
     prepare(*this, design);
     setAutoDefault(false);
-    if (!design.picture.empty()) picture_.emplace(design.picture);
+    if (!design.picture.empty()) {
+      picture_.emplace(design.picture);
+    }
   }
 
  protected:
   void paintEvent(QPaintEvent* event) override {
     QPushButton::paintEvent(event);
-    if (!picture_) return;
+    if (!picture_) {
+      return;
+    }
     QPainter painter(this);
     picture_->drawCentred(painter, *this);
   }
@@ -49,7 +53,9 @@ std::unique_ptr<Control> makeButton(const ControlDesign& design, QWidget& parent
   auto button = std::make_unique<Button>();
   QObject::connect(widget, &QPushButton::clicked, widget,
                    [widget, &dispatcher, &control = std::as_const(*button)] {
-                     if (control.Click) dispatcher.dispatchPress(*widget, control.Click);
+                     if (control.Click) {
+                       dispatcher.dispatchPress(*widget, control.Click);
+                     }
                    });
   new MouseMoveHook(*widget, *button, dispatcher);
   return button;

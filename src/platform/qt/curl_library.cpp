@@ -11,13 +11,17 @@ namespace {
 template <class Function>
 void resolve(void* library, const char* name, Function& function) {
   function = reinterpret_cast<Function>(dlsym(library, name));
-  if (function == nullptr) throw RuntimeError(ErrorKind::TransferFailed);
+  if (function == nullptr) {
+    throw RuntimeError(ErrorKind::TransferFailed);
+  }
 }
 
 CurlLibrary load() {
   // Part of the binary interface that the headers of the build describe.
   void* const library = dlopen("libcurl.so.4", RTLD_LAZY | RTLD_LOCAL);
-  if (library == nullptr) throw RuntimeError(ErrorKind::TransferFailed);
+  if (library == nullptr) {
+    throw RuntimeError(ErrorKind::TransferFailed);
+  }
   CurlLibrary curl;
   resolve(library, "curl_easy_init", curl.easyInit);
   resolve(library, "curl_easy_setopt", curl.easySetOption);
@@ -32,7 +36,9 @@ CurlLibrary load() {
   decltype(&curl_global_init) globalInit = nullptr;
   resolve(library, "curl_global_init", globalInit);
   // Plain HTTP needs none of the libraries that libcurl could start up.
-  if (globalInit(CURL_GLOBAL_NOTHING) != CURLE_OK) throw RuntimeError(ErrorKind::TransferFailed);
+  if (globalInit(CURL_GLOBAL_NOTHING) != CURLE_OK) {
+    throw RuntimeError(ErrorKind::TransferFailed);
+  }
   return curl;
 }
 

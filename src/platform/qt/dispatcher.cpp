@@ -17,8 +17,12 @@ namespace {
 /// A message box that a handler shows needs its own input.
 bool belongsToModalWindow(const QObject& receiver) {
   const QWidget* modal = QApplication::activeModalWidget();
-  if (modal == nullptr) return false;
-  if (receiver.isWindowType()) return modal->windowHandle() == &receiver;
+  if (modal == nullptr) {
+    return false;
+  }
+  if (receiver.isWindowType()) {
+    return modal->windowHandle() == &receiver;
+  }
   return static_cast<const QWidget&>(receiver).window() == modal;
 }
 
@@ -29,7 +33,9 @@ Dispatcher::Dispatcher(Report report) : report_(std::move(report)) {
 }
 
 void Dispatcher::dispatch(QObject& source, const Handler& handler, OnError onError) {
-  if (ending_) return;
+  if (ending_) {
+    return;
+  }
   if (depth_ > 0) {
     runLater(source, handler, onError);
   } else {
@@ -38,7 +44,9 @@ void Dispatcher::dispatch(QObject& source, const Handler& handler, OnError onErr
 }
 
 void Dispatcher::dispatchPress(QObject& button, const Handler& handler) {
-  if (depth_ == 0 && delivering_ && !pressed_.insert(&button).second) return;
+  if (depth_ == 0 && delivering_ && !pressed_.insert(&button).second) {
+    return;
+  }
   dispatch(button, handler);
 }
 
@@ -72,13 +80,17 @@ void Dispatcher::fail(const std::string& text, OnError onError) {
     // Nothing is left that could be told to anyone.
     onError = OnError::EndProgram;
   }
-  if (onError == OnError::EndProgram) end(1);
+  if (onError == OnError::EndProgram) {
+    end(1);
+  }
 }
 
 void Dispatcher::end(int exitCode) {
   ending_ = true;
   exitCode_ = std::max(exitCode_, exitCode);
-  if (depth_ == 0) QCoreApplication::exit(exitCode_);
+  if (depth_ == 0) {
+    QCoreApplication::exit(exitCode_);
+  }
 }
 
 void Dispatcher::released() {
@@ -93,9 +105,13 @@ void Dispatcher::released() {
 }
 
 void Dispatcher::deliver() {
-  if (depth_ > 0 || delivering_) return;
+  if (depth_ > 0 || delivering_) {
+    return;
+  }
   const QScopedValueRollback<bool> delivering(delivering_, true);
-  while (!ending_ && (!due_.empty() || !held_.empty())) deliverNext();
+  while (!ending_ && (!due_.empty() || !held_.empty())) {
+    deliverNext();
+  }
   pressed_.clear();
 }
 
@@ -103,19 +119,29 @@ void Dispatcher::deliverNext() {
   if (!due_.empty()) {
     const Due due = std::move(due_.front());
     due_.pop_front();
-    if (due.source) run(due.handler, due.onError);
+    if (due.source) {
+      run(due.handler, due.onError);
+    }
     return;
   }
-  if (std::exchange(deliveredBatch_, held_.firstBatch()) != held_.firstBatch()) pressed_.clear();
+  if (std::exchange(deliveredBatch_, held_.firstBatch()) != held_.firstBatch()) {
+    pressed_.clear();
+  }
   held_.resendFirst();
 }
 
 bool Dispatcher::eventFilter(QObject* receiver, QEvent* event) {
   // Input that comes before the delivery has begun must not overtake what is held.
   const bool holding = depth_ > 0 || (!delivering_ && !held_.empty());
-  if (!holding || !HeldInput::isInput(*event)) return false;
-  if (!receiver->isWidgetType() && !receiver->isWindowType()) return false;
-  if (belongsToModalWindow(*receiver)) return false;
+  if (!holding || !HeldInput::isInput(*event)) {
+    return false;
+  }
+  if (!receiver->isWidgetType() && !receiver->isWindowType()) {
+    return false;
+  }
+  if (belongsToModalWindow(*receiver)) {
+    return false;
+  }
   held_.hold(*receiver, *event, batch_);
   return true;
 }

@@ -44,7 +44,9 @@ class Dispatcher final : public QObject {
     Busy(const Busy&) = delete;
     Busy& operator=(const Busy&) = delete;
     ~Busy() {
-      if (--dispatcher_.depth_ == 0) dispatcher_.released();
+      if (--dispatcher_.depth_ == 0) {
+        dispatcher_.released();
+      }
     }
 
    private:

@@ -38,7 +38,9 @@ Form::Form(const WindowDesign& design, const Window& owner, Dispatcher& dispatch
 QWidget* Form::mainForm() {
   for (QWidget* widget : QApplication::topLevelWidgets()) {
     const auto* form = dynamic_cast<const Form*>(widget);
-    if (form != nullptr && !form->dialog_ && form->isVisible()) return widget;
+    if (form != nullptr && !form->dialog_ && form->isVisible()) {
+      return widget;
+    }
   }
   return nullptr;
 }
@@ -53,7 +55,9 @@ void Form::present() {
 
 void Form::presentDialog() {
   winId();
-  if (const QWidget* main = mainForm()) windowHandle()->setTransientParent(main->windowHandle());
+  if (const QWidget* main = mainForm()) {
+    windowHandle()->setTransientParent(main->windowHandle());
+  }
   show();
   raise();
   // What follows may keep the program busy for long, and should not show an empty window.
@@ -63,15 +67,21 @@ void Form::presentDialog() {
 
 void Form::resizeEvent(QResizeEvent* event) {
   // Being shown in the size that was designed is no resize.
-  if (event->size() == knownSize_) return;
+  if (event->size() == knownSize_) {
+    return;
+  }
   knownSize_ = event->size();
   dispatcher_.dispatch(*this, [this] {
-    if (owner_.Resize) owner_.Resize();
+    if (owner_.Resize) {
+      owner_.Resize();
+    }
   });
 }
 
 void Form::mouseMoveEvent(QMouseEvent* event) {
-  if (!owner_.MouseMove) return;
+  if (!owner_.MouseMove) {
+    return;
+  }
   dispatcher_.dispatch(*this, [this, move = toMouseEvent(*event)] { owner_.MouseMove(move); });
 }
 

@@ -8,7 +8,9 @@
 namespace quintara {
 
 void QtGlyphs::setScale(double devicePixelRatio) {
-  if (devicePixelRatio == scale_) return;
+  if (devicePixelRatio == scale_) {
+    return;
+  }
   scale_ = devicePixelRatio;
   rendered_.clear();
   font_ = formFont_;
@@ -20,7 +22,9 @@ void QtGlyphs::setScale(double devicePixelRatio) {
 
 const Glyph& QtGlyphs::glyph(char32_t character) {
   const auto known = rendered_.find(character);
-  if (known != rendered_.end()) return known->second;
+  if (known != rendered_.end()) {
+    return known->second;
+  }
   return rendered_.emplace(character, render(character)).first->second;
 }
 

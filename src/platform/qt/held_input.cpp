@@ -33,8 +33,12 @@ Replay replay(const QWheelEvent& event) {
 }
 
 Replay replay(const QEvent& event) {
-  if (const auto* mouse = dynamic_cast<const QMouseEvent*>(&event)) return replay(*mouse);
-  if (const auto* wheel = dynamic_cast<const QWheelEvent*>(&event)) return replay(*wheel);
+  if (const auto* mouse = dynamic_cast<const QMouseEvent*>(&event)) {
+    return replay(*mouse);
+  }
+  if (const auto* wheel = dynamic_cast<const QWheelEvent*>(&event)) {
+    return replay(*wheel);
+  }
   return [copy = std::shared_ptr<QEvent>(event.clone())] {
     return std::unique_ptr<QEvent>(copy->clone());
   };
@@ -67,16 +71,22 @@ void HeldInput::hold(QObject& receiver, const QEvent& event, unsigned batch) {
     const bool goesOn = !held_.empty() && held_.back().isMove &&
                         held_.back().receiver == held.receiver &&
                         held_.back().movedWith == held.movedWith;
-    if (goesOn) held_.pop_back();
+    if (goesOn) {
+      held_.pop_back();
+    }
   }
-  if (held_.size() < kMostHeld) held_.push_back(std::move(held));
+  if (held_.size() < kMostHeld) {
+    held_.push_back(std::move(held));
+  }
 }
 
 void HeldInput::resendFirst() {
   const Held first = std::move(held_.front());
   held_.pop_front();
   // Not sendEvent(): it would take away the mark of a real event, and with it the focus by click.
-  if (first.receiver) QCoreApplication::instance()->notify(first.receiver, first.event().get());
+  if (first.receiver) {
+    QCoreApplication::instance()->notify(first.receiver, first.event().get());
+  }
 }
 
 }  // namespace quintara

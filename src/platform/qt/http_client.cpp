@@ -17,9 +17,13 @@ std::string CurlHttpClient::OpenURL(const std::string& url, int /*dataType*/) {
   Transfer transfer(url, limits_);
   Steady::time_point due = Steady::now() + kPause;
   while (!transfer.advance(kPause)) {
-    if (Steady::now() < due) continue;
+    if (Steady::now() < due) {
+      continue;
+    }
     QCoreApplication::processEvents();
-    if (dispatcher_.isEnding()) throw RuntimeError(ErrorKind::TransferFailed);
+    if (dispatcher_.isEnding()) {
+      throw RuntimeError(ErrorKind::TransferFailed);
+    }
     due = Steady::now() + kPause;
   }
   return transfer.takeBody();

@@ -46,13 +46,17 @@ LabelWidget::LabelWidget(const ControlDesign& design, QWidget& parent)
     setPalette(colours);
     setAutoFillBackground(true);
   }
-  if (design.hasForeColor) setTextColour(toQt(design.foreColor));
+  if (design.hasForeColor) {
+    setTextColour(toQt(design.foreColor));
+  }
   followTheme();
   show(toQt(design.caption));
 }
 
 void LabelWidget::show(const QString& caption) {
-  if (caption != text()) setText(caption);
+  if (caption != text()) {
+    setText(caption);
+  }
   if (!meaning_.isEmpty()) {
     setAccessibleName(caption.isEmpty() ? meaning_ : meaning_ + QStringLiteral(": ") + caption);
   }
@@ -68,7 +72,9 @@ void LabelWidget::grow() {
     place.adjust(look_.centred ? -growth / 2 : 0, 0, look_.centred ? growth - growth / 2 : growth,
                  0);
   }
-  if (!look_.bordered) place.setHeight(std::max(place.height(), wanted.height()));
+  if (!look_.bordered) {
+    place.setHeight(std::max(place.height(), wanted.height()));
+  }
   setGeometry(place);
 }
 
@@ -79,17 +85,23 @@ void LabelWidget::setTextColour(const QColor& colour) {
 }
 
 void LabelWidget::followTheme() {
-  if (!look_.readout) return;
+  if (!look_.readout) {
+    return;
+  }
   constexpr int kReadable = 128;
   const QColor themed = palette().color(QPalette::HighlightedText);
   // Themes with a light selection have a dark text on it, which a black chart would swallow.
   const QColor readable = qGray(themed.rgb()) < kReadable ? QColor(Qt::white) : themed;
   // Setting a palette comes back here.
-  if (palette().color(QPalette::WindowText) != readable) setTextColour(readable);
+  if (palette().color(QPalette::WindowText) != readable) {
+    setTextColour(readable);
+  }
 }
 
 void LabelWidget::changeEvent(QEvent* event) {
-  if (event->type() == QEvent::PaletteChange) followTheme();
+  if (event->type() == QEvent::PaletteChange) {
+    followTheme();
+  }
   QLabel::changeEvent(event);
 }
 
@@ -97,7 +109,9 @@ void LabelWidget::changeEvent(QEvent* event) {
 /// are equally thick.
 void LabelWidget::paintEvent(QPaintEvent* event) {
   QLabel::paintEvent(event);
-  if (!look_.bordered) return;
+  if (!look_.bordered) {
+    return;
+  }
   const double ratio = devicePixelRatioF();
   const int line = std::max(1, static_cast<int>(ratio));
   // Rounded as the background is, which would show beyond the border otherwise.

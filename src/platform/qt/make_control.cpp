@@ -17,9 +17,13 @@ QFont formFont(float points, bool bold) {
 }
 
 QString spokenName(const ControlDesign& design) {
-  if (!design.meaning.empty()) return toQt(design.meaning);
+  if (!design.meaning.empty()) {
+    return toQt(design.meaning);
+  }
   QString name = toQt(design.caption);
-  if (name.endsWith(u':')) name.chop(1);
+  if (name.endsWith(u':')) {
+    name.chop(1);
+  }
   return name;
 }
 

@@ -27,7 +27,9 @@ QMessageBox::Icon iconOf(MsgStyle style) {
 }  // namespace
 
 void QtMessageBox::MsgBox(const std::string& prompt, MsgStyle style, const std::string& title) {
-  if (dispatcher_.isEnding()) return;
+  if (dispatcher_.isEnding()) {
+    return;
+  }
   QMessageBox box(iconOf(style), toQt(title), toQt(prompt).remove(u'\r'), QMessageBox::Ok,
                   Form::mainForm());
   box.setObjectName(QStringLiteral("MsgBox"));

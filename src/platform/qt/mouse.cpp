@@ -12,17 +12,29 @@ namespace {
 
 std::int16_t mask(Qt::MouseButtons buttons) {
   int bits = 0;
-  if (buttons.testFlag(Qt::LeftButton)) bits |= 1;
-  if (buttons.testFlag(Qt::RightButton)) bits |= 2;
-  if (buttons.testFlag(Qt::MiddleButton)) bits |= 4;
+  if (buttons.testFlag(Qt::LeftButton)) {
+    bits |= 1;
+  }
+  if (buttons.testFlag(Qt::RightButton)) {
+    bits |= 2;
+  }
+  if (buttons.testFlag(Qt::MiddleButton)) {
+    bits |= 4;
+  }
   return static_cast<std::int16_t>(bits);
 }
 
 std::int16_t mask(Qt::KeyboardModifiers keys) {
   int bits = 0;
-  if (keys.testFlag(Qt::ShiftModifier)) bits |= 1;
-  if (keys.testFlag(Qt::ControlModifier)) bits |= 2;
-  if (keys.testFlag(Qt::AltModifier)) bits |= 4;
+  if (keys.testFlag(Qt::ShiftModifier)) {
+    bits |= 1;
+  }
+  if (keys.testFlag(Qt::ControlModifier)) {
+    bits |= 2;
+  }
+  if (keys.testFlag(Qt::AltModifier)) {
+    bits |= 4;
+  }
   return static_cast<std::int16_t>(bits);
 }
 

@@ -15,9 +15,13 @@ class QtPictureBox final : public PictureBox {
   [[nodiscard]] float Left() const override { return toTwips(widget_.x()); }
   [[nodiscard]] float Top() const override { return toTwips(widget_.y()); }
   void Move(float left, float top, float width, float height) override {
-    if (!(width >= 0 && height >= 0)) throw RuntimeError(ErrorKind::InvalidSize);
+    if (!(width >= 0 && height >= 0)) {
+      throw RuntimeError(ErrorKind::InvalidSize);
+    }
     const QRect place(toPixels(left, top), toPixelSize(width, height));
-    if (widget_.place(place) && Resize) Resize();
+    if (widget_.place(place) && Resize) {
+      Resize();
+    }
   }
   [[nodiscard]] std::int32_t Point(float x, float y) const override {
     return widget_.raster().Point(x, y);

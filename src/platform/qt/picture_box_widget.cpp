@@ -27,7 +27,9 @@ PictureBoxWidget::PictureBoxWidget(const ControlDesign& design, QWidget& parent,
 bool PictureBoxWidget::place(const QRect& place) {
   const bool resized = place.size() != size();
   setGeometry(place);
-  if (resized) fitRaster();
+  if (resized) {
+    fitRaster();
+  }
   return resized;
 }
 
@@ -38,18 +40,24 @@ void PictureBoxWidget::fitRaster() {
 }
 
 void PictureBoxWidget::showChanges() {
-  if (repaintIsDue_ || !raster_.takeDamage()) return;
+  if (repaintIsDue_ || !raster_.takeDamage()) {
+    return;
+  }
   repaintIsDue_ = true;
   update();
 }
 
 /// The picture of another pixel density is gone; whoever drew it is asked to draw again.
 void PictureBoxWidget::adoptPixelRatio() {
-  if (pixelRatio_ == devicePixelRatioF()) return;
+  if (pixelRatio_ == devicePixelRatioF()) {
+    return;
+  }
   fitRaster();
   update();
   dispatcher_.dispatch(*this, [this] {
-    if (control_ != nullptr && control_->Resize) control_->Resize();
+    if (control_ != nullptr && control_->Resize) {
+      control_->Resize();
+    }
   });
 }
 
@@ -85,20 +93,26 @@ MouseEvent PictureBoxWidget::inUserCoordinates(const QMouseEvent& event) const {
 
 void PictureBoxWidget::mousePressEvent(QMouseEvent* event) {
   const MouseEvent mouse = inUserCoordinates(*event);
-  if (mouse.Button == 0 || control_ == nullptr || !control_->MouseDown) return;
+  if (mouse.Button == 0 || control_ == nullptr || !control_->MouseDown) {
+    return;
+  }
   dispatcher_.dispatch(
       *this, [this, mouse] { control_->MouseDown(mouse); }, Dispatcher::OnError::EndProgram);
 }
 
 void PictureBoxWidget::mouseMoveEvent(QMouseEvent* event) {
-  if (control_ == nullptr || !control_->MouseMove) return;
+  if (control_ == nullptr || !control_->MouseMove) {
+    return;
+  }
   const MouseEvent mouse = inUserCoordinates(*event);
   dispatcher_.dispatch(*this, [this, mouse] { control_->MouseMove(mouse); });
 }
 
 void PictureBoxWidget::mouseReleaseEvent(QMouseEvent* event) {
   const MouseEvent mouse = inUserCoordinates(*event);
-  if (mouse.Button == 0 || control_ == nullptr || !control_->MouseUp) return;
+  if (mouse.Button == 0 || control_ == nullptr || !control_->MouseUp) {
+    return;
+  }
   dispatcher_.dispatch(*this, [this, mouse] { control_->MouseUp(mouse); });
 }
 

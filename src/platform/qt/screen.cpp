@@ -16,7 +16,9 @@ namespace {
 constexpr QPoint kHotSpot(12, 9);
 
 QCursor pictureCursor(const std::string& picture) {
-  if (picture.empty()) return Qt::ArrowCursor;
+  if (picture.empty()) {
+    return Qt::ArrowCursor;
+  }
   const QWidget* form = Form::mainForm();
   const double ratio = form == nullptr ? qApp->devicePixelRatio() : form->devicePixelRatioF();
   return QCursor(ArtPicture(picture).pixmap(ratio), kHotSpot.x(), kHotSpot.y());
@@ -34,15 +36,21 @@ float QtScreen::Height() const {
 
 void QtScreen::setMousePointer(std::int16_t pointer) {
   // Handlers set it on every move of the mouse.
-  if (pointer == pointer_) return;
+  if (pointer == pointer_) {
+    return;
+  }
   pointer_ = pointer;
   showPointer();
 }
 
 void QtScreen::setMouseIcon(std::string_view picture) {
-  if (picture == icon_) return;
+  if (picture == icon_) {
+    return;
+  }
   icon_ = picture;
-  if (pointer_ == kPicturePointer) showPointer();
+  if (pointer_ == kPicturePointer) {
+    showPointer();
+  }
 }
 
 void QtScreen::showPointer() const {

@@ -26,7 +26,9 @@ class FormStyle final : public QProxyStyle {
 
   int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                 QStyleHintReturn* result) const override {
-    if (hint == SH_DialogButtonBox_ButtonsHaveIcons) return 0;
+    if (hint == SH_DialogButtonBox_ButtonsHaveIcons) {
+      return 0;
+    }
     return QProxyStyle::styleHint(hint, option, widget, result);
   }
 
@@ -41,7 +43,9 @@ class FormStyle final : public QProxyStyle {
         (element == PE_PanelLineEdit || option->state.testFlag(State_KeyboardFocusChange));
     constexpr int kDark = 128;
     const bool onDark = qGray(option->palette.color(QPalette::Window).rgb()) < kDark;
-    if (isBox && onDark && !showsFocus) drawOutline(*option, *painter);
+    if (isBox && onDark && !showsFocus) {
+      drawOutline(*option, *painter);
+    }
   }
 
  private:

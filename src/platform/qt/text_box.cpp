@@ -40,7 +40,9 @@ void QtTextBox::setText(std::string_view text) {
 /// After a text from code that is longer than can be typed, the room shrinks with the text.
 void QtTextBox::limitTyping() {
   const int room = std::max(limit_, static_cast<int>(widget_.text().size()));
-  if (room == widget_.maxLength()) return;
+  if (room == widget_.maxLength()) {
+    return;
+  }
   const int cursor = widget_.cursorPosition();
   widget_.setMaxLength(room);
   widget_.setCursorPosition(cursor);

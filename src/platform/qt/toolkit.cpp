@@ -38,7 +38,9 @@ class QtWindow final : public Window {
   /// A window that is not shown yet has no border; it will get one like the main window's.
   [[nodiscard]] QSize framedSize() const {
     const QWidget* framed = form_;
-    if (!form_->isVisible() && Form::mainForm() != nullptr) framed = Form::mainForm();
+    if (!form_->isVisible() && Form::mainForm() != nullptr) {
+      framed = Form::mainForm();
+    }
     return form_->size() + framed->frameGeometry().size() - framed->size();
   }
 
@@ -80,12 +82,16 @@ std::unique_ptr<Control> QtWindow::create(const ControlDesign& design) {
 
 QWidget& QtWindow::widget(std::string_view name) const {
   auto* found = form_->findChild<QWidget*>(toQt(name));
-  if (found == nullptr) throw std::out_of_range("no control is called " + std::string(name));
+  if (found == nullptr) {
+    throw std::out_of_range("no control is called " + std::string(name));
+  }
   return *found;
 }
 
 void QtWindow::setTabOrder(std::span<const std::string> names) {
-  if (names.empty()) return;
+  if (names.empty()) {
+    return;
+  }
   QWidget* previous = &widget(names.front());
   previous->setFocus(Qt::OtherFocusReason);
   for (const std::string& name : names.subspan(1)) {

@@ -12,17 +12,25 @@ namespace {
 
 template <class Value>
 void set(CURL* easy, CURLoption option, Value value) {
-  if (curl().easySetOption(easy, option, value) != CURLE_OK) fail();
+  if (curl().easySetOption(easy, option, value) != CURLE_OK) {
+    fail();
+  }
 }
 
 /// The user's own exceptions from the proxy, and this computer.
 std::string hostsWithoutProxy() {
   std::string hosts;
   for (const char* name : {"NO_PROXY", "no_proxy"}) {
-    if (const char* value = std::getenv(name)) hosts = value;
+    if (const char* value = std::getenv(name)) {
+      hosts = value;
+    }
   }
-  if (hosts == "*") return hosts;
-  if (!hosts.empty()) hosts += ',';
+  if (hosts == "*") {
+    return hosts;
+  }
+  if (!hosts.empty()) {
+    hosts += ',';
+  }
   return hosts + "localhost,127.0.0.0/8,::1";
 }
 
@@ -46,12 +54,16 @@ std::string encodedUrl(std::string_view url) {
 Transfer::Transfer(const std::string& url, const TransferLimits& limits) : limits_(limits) {
   easy_.reset(curl().easyInit());
   multi_.reset(curl().multiInit());
-  if (!easy_ || !multi_) fail();
+  if (!easy_ || !multi_) {
+    fail();
+  }
   set(easy_.get(), CURLOPT_URL, encodedUrl(url).c_str());
   set(easy_.get(), CURLOPT_WRITEFUNCTION, &Transfer::receive);
   set(easy_.get(), CURLOPT_WRITEDATA, static_cast<void*>(this));
   restrict();
-  if (curl().multiAddHandle(multi_.get(), easy_.get()) != CURLM_OK) fail();
+  if (curl().multiAddHandle(multi_.get(), easy_.get()) != CURLM_OK) {
+    fail();
+  }
 }
 
 void Transfer::restrict() {
@@ -75,7 +87,9 @@ Transfer::~Transfer() { curl().multiRemoveHandle(multi_.get(), easy_.get()); }
 std::size_t Transfer::receive(char* data, std::size_t size, std::size_t count, void* transfer) {
   auto& self = *static_cast<Transfer*>(transfer);
   const std::size_t length = size * count;
-  if (length > self.limits_.bytes - self.body_.size()) return 0;
+  if (length > self.limits_.bytes - self.body_.size()) {
+    return 0;
+  }
   try {
     self.body_.append(data, length);
   } catch (const std::bad_alloc&) {
@@ -86,15 +100,21 @@ std::size_t Transfer::receive(char* data, std::size_t size, std::size_t count, v
 
 bool Transfer::advance(std::chrono::milliseconds patience) {
   int running = 0;
-  if (curl().multiPerform(multi_.get(), &running) != CURLM_OK) fail();
+  if (curl().multiPerform(multi_.get(), &running) != CURLM_OK) {
+    fail();
+  }
   if (running > 0) {
     const int wait = static_cast<int>(patience.count());
-    if (curl().multiPoll(multi_.get(), nullptr, 0, wait, nullptr) != CURLM_OK) fail();
+    if (curl().multiPoll(multi_.get(), nullptr, 0, wait, nullptr) != CURLM_OK) {
+      fail();
+    }
     return false;
   }
   int left = 0;
   const CURLMsg* message = curl().multiInfoRead(multi_.get(), &left);
-  if (message == nullptr || message->data.result != CURLE_OK) fail();
+  if (message == nullptr || message->data.result != CURLE_OK) {
+    fail();
+  }
   return true;
 }
 

@@ -18,7 +18,9 @@ constexpr int kTwipsPerPixel = 15;
 /// The nearest logical pixel, within what a widget can take; 0 for what is not a number.
 inline int toPixels(float twips) {
   constexpr float kLimit = 1 << 20;
-  if (std::isnan(twips)) return 0;
+  if (std::isnan(twips)) {
+    return 0;
+  }
   return static_cast<int>(std::lround(std::clamp(twips / kTwipsPerPixel, -kLimit, kLimit)));
 }
 
