@@ -10,8 +10,8 @@ namespace quintara {
 
 namespace {
 
-constexpr qreal smallestPoints = 6;
-constexpr qreal largestPoints = 40;
+constexpr qreal kSmallestPoints = 6;
+constexpr qreal kLargestPoints = 40;
 
 QByteArray missingPage(const QUrl& url) {
   return QStringLiteral("<p>The page %1 is missing from this help file.</p>")
@@ -48,7 +48,7 @@ HelpPage::HelpPage(HelpBook& book, QWidget* parent)
 
 void HelpPage::zoom(int steps) {
   const qreal points = font().pointSizeF() + steps;
-  if (points >= smallestPoints && points <= largestPoints) {
+  if (points >= kSmallestPoints && points <= kLargestPoints) {
     zoomIn(steps);
   }
 }

@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr char usage[] = "Usage: quintara-help FILE\nShows the help file FILE at its index.\n";
+constexpr char kUsage[] = "Usage: quintara-help FILE\nShows the help file FILE at its index.\n";
 
 void report(const QString& sentence) {
   QMessageBox box(QMessageBox::Critical, QStringLiteral("Quintara Help"), sentence);
@@ -41,13 +41,13 @@ int showHelp(const QString& file) {
 int main(int argc, char** argv) {
   // Answered before the display is opened, so that it works without one.
   if (argc == 2 && std::strcmp(argv[1], "--help") == 0) {
-    std::fputs(usage, stdout);
+    std::fputs(kUsage, stdout);
     return 0;
   }
   const QApplication app(argc, argv);
   const QStringList arguments = QApplication::arguments();
   if (arguments.size() != 2) {
-    std::fputs(usage, stderr);
+    std::fputs(kUsage, stderr);
     return 2;
   }
   QApplication::setDesktopFileName(QStringLiteral("org.quintara.Quintara"));

@@ -10,7 +10,7 @@ namespace quintara {
 
 namespace {
 
-constexpr int patience = 2000;  // milliseconds
+constexpr int kPatience = 2000;  // milliseconds
 constexpr char activationVariable[] = "XDG_ACTIVATION_TOKEN";
 constexpr char answerLine[] = "here\n";
 
@@ -26,7 +26,7 @@ SingleViewer::SingleViewer(const QString& folder, const QString& file) {
 bool SingleViewer::handOver() {
   // Two viewers started at once must not both find the socket stale and replace each other's.
   QLockFile lock(socket_ + QStringLiteral(".lock"));
-  lock.tryLock(patience);
+  lock.tryLock(kPatience);
   if (ringOther()) {
     return true;
   }
@@ -41,7 +41,7 @@ bool SingleViewer::handOver() {
 bool SingleViewer::ringOther() const {
   QLocalSocket other;
   other.connectToServer(socket_);
-  if (!other.waitForConnected(patience)) {
+  if (!other.waitForConnected(kPatience)) {
     return false;
   }
   // The desktop gives the token to the program the user started; the open window needs it to be
@@ -50,7 +50,7 @@ bool SingleViewer::ringOther() const {
   other.flush();
   // A viewer that hangs accepts connections too, but does not answer.
   while (!other.canReadLine()) {
-    if (!other.waitForReadyRead(patience)) {
+    if (!other.waitForReadyRead(kPatience)) {
       return false;
     }
   }

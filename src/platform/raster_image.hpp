@@ -19,9 +19,9 @@ struct PixelRect {
 /// The nearest device pixel to a position that is a number. One far off every image stays far off,
 /// but near enough for sums. Halves go up, also when rounding noise has made them a little less.
 inline int nearestPixel(double device) {
-  constexpr int far = 1 << 20;
-  const double near = device < -far ? -far : device > far ? far : device;
-  return static_cast<int>(near + (far + 0.5)) - far;  // std::floor would be a call
+  constexpr int kFar = 1 << 20;
+  const double near = device < -kFar ? -kFar : device > kFar ? kFar : device;
+  return static_cast<int>(near + (kFar + 0.5)) - kFar;  // std::floor would be a call
 }
 
 /// The on and off lengths of a stroke's pattern, in device pixels. It starts at the image's
