@@ -11,14 +11,12 @@
 namespace quintara::quotes {
 namespace {
 
-constexpr std::size_t kExcerptOf = 65'536;
 constexpr std::size_t kExcerpt = 200;
 
 // The beginning of a reply as one line.
 std::string excerptOf(std::string_view body, const Secret& key) {
-  const std::string text = key.hiddenIn(body.substr(0, kExcerptOf));
   std::string line;
-  for (const char c : text) {
+  for (const char c : body) {
     const bool blank = c == ' ' || c == '\t' || c == '\r' || c == '\n';
     if (!blank) {
       line += c;
@@ -26,7 +24,8 @@ std::string excerptOf(std::string_view body, const Secret& key) {
       line += ' ';
     }
   }
-  return escaped(line.size() > kExcerpt ? line.substr(0, kExcerpt) + "..." : line);
+  const std::string shown = key.hiddenIn(line, kExcerpt + 1);
+  return escaped(shown.size() > kExcerpt ? shown.substr(0, kExcerpt) + "..." : shown);
 }
 
 std::string statusText(long status) {

@@ -127,6 +127,7 @@ TEST_F(ProviderTest, PutsTheQuoteOnTheTableAndTellsAbsentPricesFromUselessReplie
       {"No such symbol: X", "not found", "unknown_symbol = No such symbol", 400},
       {"{\"note\":\n \"" + kKey + " used up\"}", "{\"note\": \"*** used up\"}"},
       {"{\"note\": \"used up\"}", "nothing at /X&Y/p", "format = json\nrows = /{symbol}/p"},
+      {std::string(65'530, ' ') + kKey, "HTTP status 400: ***", "", 400},
       {kHeader + kKey + ",1,1,1,1\n", "1 bad ones, line 2: Date \"***\""},
       {upperCase(kKey) + " bad", "the key or the plan does not allow this: *** bad", "", 403},
       {"k=" + percentEncoded(kKey), "429, too many requests or a quota used up: k=***", "", 429},

@@ -3,6 +3,7 @@
 #include "service/day_forms.hpp"
 #include "service/loopback.hpp"
 #include "service/price.hpp"
+#include "service/secret.hpp"
 
 namespace quintara::quotes {
 namespace {
@@ -69,6 +70,18 @@ TEST(TextRules, OnlyThisComputerIsLoopback) {
                            "localhost:80:80", "[::2]", "localhost:x"}) {
     EXPECT_FALSE(namesLoopback(host)) << host;
   }
+}
+
+TEST(TextRules, AKeyIsHiddenHoweverItsCharactersAreWritten) {
+  const Secret key("Ab/\"<\\+9");
+  for (const char* spelling :
+       {R"(aB/"<\+9)", "Ab%2F%22%3c%5C%2B9", "%41b%252f%2522<%25255C%2b%39",
+        R"(Ab\/\"\u003C\\\u002b9)", R"(Ab/\x22<\x5c\x2b9)", R"(Ab\x5c/\x5c"<\x5c\x5c+9)",
+        "Ab&#47;&quot;&LT;&#x5C;&#043;9", R"(\u0041\u0062%2f&#34;<\%2b\9)"}) {
+    EXPECT_EQ(key.hiddenIn("x=" + std::string(spelling) + ";"), "x=***;") << spelling;
+  }
+  EXPECT_EQ(Secret("abab").hiddenIn("ababab-aba"), "***-aba");
+  EXPECT_EQ(Secret("abcd").hiddenIn("..abcd..", 3), "..*");
 }
 
 }  // namespace
