@@ -37,6 +37,9 @@ void writeBars(DailyBars bars, const std::string& ticker, Day today, std::ostrea
 
 bool checkProvider(const ProviderSettings& settings, const std::string& text, Day today,
                    std::ostream& out) {
+  if (text.find('/') != text.npos) {
+    throw Refusal(404, "a symbol cannot contain /");
+  }
   const std::string ticker = parseTicker(text);
   const Provider provider(settings, {});
   const ProviderReply reply = provider.ask(ticker, today);

@@ -49,6 +49,9 @@ int serve(const ServerSettings& settings) {
 
 // The settings of the provider, if there are any.
 std::optional<ProviderSettings> providerOf(const Options& options) {
+  if (options.providerFile.empty() && options.action == Options::Action::Check) {
+    throw BadSettings("neither HOME nor XDG_CONFIG_HOME says where settings of a provider may be");
+  }
   auto settings =
       options.providerFile.empty() ? std::nullopt : readProviderSettings(options.providerFile);
   if (!settings && (options.providerNamed || options.action == Options::Action::Check)) {

@@ -54,10 +54,7 @@ std::string missingColumns(const Layout& layout, const RowRules& rules) {
 }  // namespace
 
 PriceFile parsePriceFile(std::string_view text, const RowRules& rules) {
-  constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-  if (text.substr(0, kByteOrderMark.size()) == kByteOrderMark) {
-    text.remove_prefix(kByteOrderMark.size());
-  }
+  text = withoutByteOrderMark(text);
   std::string_view header;
   std::size_t number = 0;
   for (; header.empty() && !text.empty(); ++number) {

@@ -57,7 +57,9 @@ void setFormat(ReplyShape& target, const std::string& value) {
 }
 
 void setRows(ReplyShape& target, const std::string& value) {
-  const auto path = filled(value, kExample, false);
+  Filling example = kExample;
+  example.erase("key");  // paths are shown as they are
+  const auto path = filled(value, example, false);
   if (!isJsonPath(path)) {
     refuse("not a path like /data/prices");
   }
@@ -201,9 +203,17 @@ void checkTogether(const ProviderSettings& settings, const Lines& lines) {
   if (!settings.tableUrl) {
     throw BadSettings("the setting url is missing");
   }
-  for (const auto& [name, line] : lines) {
-    const bool keyed = line.value.find("{key}") != std::string::npos;
-    if (keyed && settings.key.value().empty()) {
+  const auto isKeyed = [](const auto& line) {
+    return line.second.value.find("{key}") != std::string::npos;
+  };
+  const auto variable = lines.find("key_variable");
+  if (variable != lines.end() && std::none_of(lines.begin(), lines.end(), isKeyed)) {
+    refuseLine(variable->second.number,
+               "key_variable: no setting says with {key} where the key goes");
+  }
+  for (const auto& entry : lines) {
+    const auto& [name, line] = entry;
+    if (isKeyed(entry) && settings.key.value().empty()) {
       refuseLine(line.number, name + ": {key} needs the setting key_variable");
     }
     const bool ofQuote = name.rfind("quote_", 0) == 0;
@@ -220,7 +230,7 @@ void checkTogether(const ProviderSettings& settings, const Lines& lines) {
 }  // namespace
 
 ProviderSettings parseProviderSettings(std::string_view text) {
-  const Lines lines = linesOf(text);
+  const Lines lines = linesOf(withoutByteOrderMark(text));
   ProviderSettings settings;
   apply(kSettings, lines, settings);
   settings.quote.format = settings.table.format;
@@ -236,12 +246,17 @@ std::optional<ProviderSettings> readProviderSettings(const std::filesystem::path
   if (status.type() == std::filesystem::file_type::not_found) {
     return std::nullopt;
   }
+  const BadSettings unreadable(escaped(file.string()) +
+                               ": not a file of settings that can be read");
+  if (status.type() != std::filesystem::file_type::regular) {
+    throw unreadable;  // opening a pipe would wait for its other end
+  }
   std::ifstream stream(file, std::ios::binary);
   std::string text(kLongestFile + 1, '\0');
   stream.read(text.data(), static_cast<std::streamsize>(text.size()));
   text.resize(static_cast<std::size_t>(stream.gcount()));
-  if (status.type() != std::filesystem::file_type::regular || stream.bad() || !stream.eof()) {
-    throw BadSettings(escaped(file.string()) + ": not a file of settings that can be read");
+  if (stream.bad() || !stream.eof()) {
+    throw unreadable;
   }
   try {
     return parseProviderSettings(text);

@@ -77,6 +77,9 @@ TEST(Program, ReadsTheSettingsOfTheProvider) {
   EXPECT_THAT(check.line() + check.line() + check.line(),
               HasSubstr("No prices: 127.0.0.1: Couldn't connect"));
   EXPECT_EQ(check.exitCode(), 1);
+  const Program bad("--check A/B", configuration.path);
+  EXPECT_THAT(bad.line(), HasSubstr("a symbol cannot contain /"));
+  EXPECT_EQ(bad.exitCode(), 1);
   configuration.write("quintara/provider.conf", "url");
   const Program serve("", configuration.path);
   EXPECT_THAT(serve.line(), HasSubstr("/quintara/provider.conf: line 1: "));

@@ -25,7 +25,7 @@ TEST(ProviderSettings, NamesTheLineAtFaultAndHidesWhatStandsThere) {
   ::setenv("PRICE_KEY", "k", 1);
   ::setenv("BAD_KEY", "se\ncret", 1);
   const std::string url = "# prices\r\n\r\n url = https://a.example/{symbol} \r\n";
-  EXPECT_EQ(refusalOf(url), "none");
+  EXPECT_EQ(refusalOf("\xEF\xBB\xBF" + url), "none");
   for (const auto& [line, reason] : std::initializer_list<std::pair<const char*, const char*>>{
            {"secret", "not of the form name = value"},
            {"apikey = secret", "there is no setting apikey"},
@@ -42,6 +42,8 @@ TEST(ProviderSettings, NamesTheLineAtFaultAndHidesWhatStandsThere) {
            {"header = secret", "header: not of the form Name: value"},
            {"key_variable = BAD_KEY", "key_variable: there is no environment variable of this na"},
            {"format = xml", "format: not one of csv and json"},
+           {"key_variable = PRICE_KEY", "key_variable: no setting says with {key}"},
+           {"rows = /{key}", "rows: an unknown placeholder"},
            {"rows = /a", "rows is for the format json"},
            {"quote_last = Last", "quote_last needs the setting quote_url"},
            {"date_format = %H", "date_format: not iso, unix or a pattern"},
