@@ -8,6 +8,7 @@
 #include <new>
 #include <stdexcept>
 
+#include "service/loopback.hpp"
 #include "service/text.hpp"
 #include "service/url_parts.hpp"
 
@@ -17,7 +18,8 @@ namespace {
 using std::chrono::milliseconds;
 using Clock = std::chrono::steady_clock;
 
-// A hundred years of days fit several times; JSON takes twenty times its size in memory.
+// A hundred years of days fit several times; JSON takes up to thirty times its size in
+// memory.
 constexpr std::size_t kLargestBody = 8 * std::size_t{1024} * 1024;
 constexpr long kLongestConnecting = 10'000;  // milliseconds
 constexpr int kMostRedirects = 4;
@@ -70,6 +72,7 @@ class Exchange {
   std::array<char, CURL_ERROR_SIZE> error_{};
   std::string body_;
   bool tooLarge_ = false;
+  bool ownAuthorities_ = false;
 };
 
 Exchange::Exchange(const DownloadRequest& request, milliseconds time) {
@@ -93,7 +96,8 @@ void Exchange::setUp(const DownloadRequest& request) {
   set(CURLOPT_WRITEDATA, static_cast<void*>(this));
   set(CURLOPT_NOSIGNAL, 1L);
   set(CURLOPT_QUICK_EXIT, 1L);  // no waiting for a name that does not resolve
-  if (!request.caFile.empty()) {
+  ownAuthorities_ = !request.caFile.empty();
+  if (ownAuthorities_) {
     set(CURLOPT_CAINFO, request.caFile.c_str());
     set(CURLOPT_PROXY_CAINFO, request.caFile.c_str());
   }
@@ -133,8 +137,6 @@ CURLcode Exchange::perform(const std::stop_token& stop) {
   return message != nullptr ? message->data.result : CURLE_FAILED_INIT;
 }
 
-// libcurl's longer messages can show a proxy's password or an address; those about certificates do
-// not, and say what is wrong with them.
 std::string Exchange::problemOf(CURLcode code) const {
   if (code == CURLE_ABORTED_BY_CALLBACK) {
     return "the service is stopping";
@@ -142,14 +144,22 @@ std::string Exchange::problemOf(CURLcode code) const {
   if (tooLarge_) {
     return "the reply is larger than 8 MB";
   }
-  const bool certificate = code == CURLE_PEER_FAILED_VERIFICATION && error_.front() != '\0';
-  return escaped(certificate ? error_.data() : curl_easy_strerror(code));
+  if (code == CURLE_SSL_CACERT_BADFILE && ownAuthorities_) {
+    return "there are no certificates that can be used in the file that ca_file names";
+  }
+  long proxyStatus = 0;
+  curl_easy_getinfo(easy_.get(), CURLINFO_HTTP_CONNECTCODE, &proxyStatus);
+  return proxyStatus >= 300 ? "the proxy answered " + std::to_string(proxyStatus)
+                            : curl_easy_strerror(code);
 }
 
 Download Exchange::run(const std::stop_token& stop) {
   Download result;
   if (const CURLcode code = perform(stop); code != CURLE_OK) {
     result.problem = problemOf(code);
+    // libcurl's longer messages can show a proxy's password or an address; those about certificates
+    // do not, and say what is wrong with them.
+    result.detail = code == CURLE_PEER_FAILED_VERIFICATION ? error_.data() : "";
     return result;
   }
   curl_easy_getinfo(easy_.get(), CURLINFO_RESPONSE_CODE, &result.status);
@@ -163,14 +173,22 @@ std::string Exchange::redirect() const {
   return target != nullptr ? target : "";
 }
 
-Download problem(const std::string& text) { return {0, {}, text}; }
+Download problem(const std::optional<UrlParts>& at, const std::string& text) {
+  return {0, {}, at ? at->host : "", text, {}};
+}
 
 // Why a redirect is not followed; nothing if it may be.
 std::string refusal(const std::optional<UrlParts>& from, const std::optional<UrlParts>& to) {
   if (!from || !to) {
     return "a redirect to what is no http or https address";
   }
-  return from->scheme == "https" && to->scheme != "https" ? "a redirect from https to http" : "";
+  if (from->scheme == "https" && to->scheme != "https") {
+    return "a redirect from https to http";
+  }
+  // What only this computer may ask must not be asked by somebody far away through it.
+  return leadsToThisComputer(to->host) && !leadsToThisComputer(from->host)
+             ? "a redirect to this computer"
+             : "";
 }
 
 }  // namespace
@@ -179,27 +197,28 @@ Download download(DownloadRequest request, Clock::time_point deadline,
                   const std::stop_token& stop) {
   static const CURLcode kReady = curl_global_init(CURL_GLOBAL_DEFAULT);
   if (kReady != CURLE_OK) {
-    return problem("libcurl cannot be used");
+    return problem({}, "libcurl cannot be used");
   }
   for (int redirects = 0;; ++redirects) {
+    const auto from = urlParts(request.url);
     const auto left = std::chrono::ceil<milliseconds>(deadline - Clock::now());
     if (left.count() <= 0) {
-      return problem(curl_easy_strerror(CURLE_OPERATION_TIMEDOUT));
+      return problem(from, curl_easy_strerror(CURLE_OPERATION_TIMEDOUT));
     }
     Exchange exchange(request, left);
     Download result = exchange.run(stop);
+    result.host = from ? from->host : "";
     const std::string target = exchange.redirect();
     if (!result.problem.empty() || target.empty()) {
       return result;
     }
-    const auto from = urlParts(request.url);
     const auto to = urlParts(target);
     const auto reason = redirects == kMostRedirects ? "too many redirects" : refusal(from, to);
     if (!reason.empty()) {
-      return problem(reason);
+      return problem(from, reason);
     }
     // Another server must not learn a key that is in the header.
-    request.header = *from == *to ? request.header : "";
+    request.header = leadSameWay(*from, *to) ? request.header : "";
     request.url = target;
   }
 }

@@ -4,6 +4,7 @@
 #include "service/loopback.hpp"
 #include "service/price.hpp"
 #include "service/secret.hpp"
+#include "service/url_parts.hpp"
 
 namespace quintara::quotes {
 namespace {
@@ -70,6 +71,22 @@ TEST(TextRules, OnlyThisComputerIsLoopback) {
                            "localhost:80:80", "[::2]", "localhost:x"}) {
     EXPECT_FALSE(namesLoopback(host)) << host;
   }
+  for (const char* host : {"0.0.0.0", "[::1]", "[::]", "[::ffff:127.0.0.9]", "[::ffff:7f00:1]",
+                           "localhost.", "a.LocalHost", "127.1.1.1"}) {
+    EXPECT_TRUE(leadsToThisComputer(host)) << host;
+  }
+  for (const char* host : {"[::ffff:8.8.8.8]", "[fe80::1]", "alocalhost", "localhost.example"}) {
+    EXPECT_FALSE(leadsToThisComputer(host)) << host;
+  }
+}
+
+TEST(TextRules, OnlyTheSameServerMayLearnAKey) {
+  const auto same = [](const char* from, const char* to) {
+    return leadSameWay(*urlParts(from), *urlParts(to));
+  };
+  EXPECT_TRUE(same("http://a.example/x", "https://A.Example/y"));
+  EXPECT_FALSE(same("https://a.example/", "http://a.example/"));
+  EXPECT_FALSE(same("http://a.example/", "https://a.example:8443/"));
 }
 
 TEST(TextRules, AKeyIsHiddenHoweverItsCharactersAreWritten) {
