@@ -11,11 +11,26 @@ namespace {
 constexpr std::size_t kComplaints = 100;
 constexpr std::size_t kLongestQuoted = 40;
 
+// Without the commas between groups of three digits; as it is if commas stand otherwise.
+std::string ungrouped(std::string_view text) {
+  const auto end = std::min(text.find('.'), text.size());
+  std::string result;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const bool between = i > 0 && i < end && (end - i) % 4 == 0;
+    if (between != (text[i] == ',')) {
+      return std::string(text);
+    }
+    result += between ? "" : std::string(1, text[i]);
+  }
+  return result;
+}
+
 std::optional<std::int64_t> parseVolume(std::string_view text, bool comma) {
-  if (text.empty() || text == "-" || equalIgnoringCase(text, "N/A")) {
+  if (text.empty() || text == "-" || equalIgnoringCase(text, "N/A") ||
+      equalIgnoringCase(text, "null")) {
     return 0;
   }
-  return parseDecimal(text, 0, comma, kHighestVolume);
+  return parseDecimal(comma ? text : ungrouped(text), 0, comma, kHighestVolume);
 }
 
 // Whole or not at all: whoever hides a secret in the complaint must not meet half of it.

@@ -24,6 +24,7 @@ std::string ofJson(const std::string& text, const std::string& path = "",
 TEST(PriceFile, ReadsWhatBrokersExport) {
   for (const std::string& text :
        {kHeader + "2026-11-06,2,4,1,3,N/A\n5-Nov-26,1.25,2.5,1,2,10\n",
+        kHeader + "2026-11-06,2,4,1,3,Null\n5-Nov-26,1.25,2.5,1,2,10.5\n",
         kHeader + "5-Nov-26,1.25,2.5,1,2,10\n6-Nov-2026,2,4,1,3",
         std::string("\xEF\xBB\xBF\r\n\"close\",\"Adj Close\",LOW,\"High\", open ,DATE,Volume\r\n"
                     "\"2.0\",\"1,000\",1,2.5,1.25,\"2026-11-05\",10\r\n\r\n3,,1,4,2,6-Nov-26\r\n"),
@@ -31,6 +32,8 @@ TEST(PriceFile, ReadsWhatBrokersExport) {
                     "2026-11-05;1,25;2.5;1;2,0;10,0\n")}) {
     EXPECT_EQ(ofFile(text), kTwo) << text;
   }
+  EXPECT_EQ(ofFile(kHeader + "2026-11-05,1,2,1,2,\"1,234,567\"\n"),
+            "5-Nov-26,1.00,2.00,1.00,2.00,1234567\n0");
 }
 
 TEST(PriceFile, LeavesOutAndCountsBadLines) {
@@ -38,7 +41,8 @@ TEST(PriceFile, LeavesOutAndCountsBadLines) {
        {"2026-11-05,5,5,5,5,5", "rubbish", ",,,,,", "2026-11-06,0,2,0,2,3", "2026-11-06,3,2,1,1,3",
         "2026-11-06,1,2,1.5,2,3", "2026-11-06,1,2,1,3,3", "2026-11-06,1,2000000000,1,2,3",
         "2026-11-06,nan,2,1,2,3", "2026-11-06,1,2,0.00001,2,3", "2026-11-31,1,2,1,2,3",
-        "2026-11-06,\"1,2,1,2,3", "2026-11-06,1,2,1,2,-3", "2026-11-06,1,2,1"}) {
+        "2026-11-06,\"1,2,1,2,3", "2026-11-06,1,2,1,2,-3", "2026-11-06,1,2,1",
+        "2026-11-06,1,2,1,2,\"12,34\"", "2026-11-06,1,2,1,2,\"1,2345678\""}) {
     EXPECT_EQ(ofFile(kHeader + "2026-11-05,1,2,1,2,3\n" + bad), "5-Nov-26,1.00,2.00,1.00,2.00,3\n1")
         << bad;
   }
