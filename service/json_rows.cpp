@@ -62,6 +62,41 @@ class RowText {
   std::array<std::string, kColumns> texts_;
 };
 
+bool isSaid(const json* text) {
+  return text != nullptr && text->is_string() &&
+         !trimmed(text->get_ref<const std::string&>()).empty();
+}
+
+// Whether the reply says in words what became of the rows, as a used-up quota does.
+bool hasMessage(const json& whole) {
+  if (!whole.is_object()) {
+    return false;
+  }
+  const json* const error = fieldOf(whole, "error");
+  const bool inside = error != nullptr && error->is_object() && isSaid(fieldOf(*error, "message"));
+  constexpr std::array kNames{"error", "message", "note", "information", "detail"};
+  return inside || std::any_of(kNames.begin(), kNames.end(),
+                               [&](const char* name) { return isSaid(fieldOf(whole, name)); });
+}
+
+// The parser would take much memory for each level, and no table has many.
+bool isNestedDeeply(std::string_view text) {
+  constexpr int kDeepest = 64;
+  int depth = 0;
+  bool quoted = false;
+  for (std::size_t i = 0; i < text.size() && depth <= kDeepest; ++i) {
+    const char c = text[i];
+    if (quoted && c == '\\') {
+      ++i;
+    } else if (c == '"') {
+      quoted = !quoted;
+    } else if (!quoted) {
+      depth += c == '[' || c == '{' ? 1 : c == ']' || c == '}' ? -1 : 0;
+    }
+  }
+  return depth > kDeepest;
+}
+
 constexpr std::array<Column, kColumns> kAllColumns{kDate, kOpen, kHigh, kLow, kClose, kVolume};
 
 class JsonReader {
@@ -141,7 +176,7 @@ class JsonReader {
 
 bool isJsonPath(const std::string& text) {
   try {
-    json::json_pointer{text};
+    const json::json_pointer pointer(text);
     return true;
   } catch (const json::exception&) {
     return false;
@@ -149,13 +184,22 @@ bool isJsonPath(const std::string& text) {
 }
 
 PriceRows parseJsonRows(std::string_view text, const std::string& path, const RowRules& rules) {
+  if (isNestedDeeply(text)) {
+    return JsonReader::unreadable("nested too deeply");
+  }
   const json whole = json::parse(text, nullptr, false);
   if (whole.is_discarded()) {
     return JsonReader::unreadable("not JSON");
   }
-  const json* const node = at(whole, path);
-  return node != nullptr ? JsonReader(rules).read(*node)
-                         : JsonReader::unreadable("nothing at " + path);
+  const json* const node = whole.empty() ? &whole : at(whole, path);
+  if (node == nullptr) {
+    return JsonReader::unreadable("nothing at " + path);
+  }
+  PriceRows rows = JsonReader(rules).read(*node);
+  if (rows.readable && rows.isEmpty() && hasMessage(whole)) {
+    return JsonReader::unreadable("no rows but a message");
+  }
+  return rows;
 }
 
 }  // namespace quintara::quotes

@@ -34,6 +34,8 @@ struct PriceRows {
   std::string problem;                  // why there are no bars; empty when there are some
   bool readable = false;                // there are columns or fields with the right names
   std::vector<std::string> complaints;  // of the first bad lines: one line each, escaped
+
+  bool isEmpty() const { return bars.empty() && badLines == 0; }
 };
 
 // Reads rows one after the other. A row that breaks the promises of DailyBar, or repeats the date

@@ -87,8 +87,18 @@ TEST(JsonRows, SaysWhatIsWrong) {
   EXPECT_EQ(ofJson("null") + ofJson("[]"),
             "0no usable line, 0 bad ones0no usable line, 0 bad ones");
   EXPECT_EQ(ofJson("\xff"), "0not JSON");
-  EXPECT_EQ(ofJson(std::string(100'000, '[') + std::string(100'000, ']')),
+  EXPECT_EQ(ofJson(std::string(65, '[') + std::string(65, ']')), "0nested too deeply");
+  EXPECT_EQ(ofJson(std::string(64, '[') + R"("[[{\"[")" + std::string(64, ']')),
             "0no row has a field Close");
+  for (const char* text :
+       {R"({"p":[],"Note":"limit"})", R"({"p":null,"error":{"Message":"limit"}})",
+        R"({"p":{},"INFORMATION":"x"})", R"({"p":[],"error":"","detail":"x"})"}) {
+    EXPECT_EQ(ofJson(text, "/p"), "0no rows but a message") << text;
+  }
+  for (const char* text : {"{}", "[]", "null", R"({"p":[],"note":" ","error":null,"message":7})",
+                           R"({"p":[],"meta":"x"})"}) {
+    EXPECT_EQ(ofJson(text, "/p"), "0no usable line, 0 bad ones") << text;
+  }
 }
 
 }  // namespace
