@@ -48,13 +48,19 @@ bool checkProvider(const ProviderSettings& settings, const std::string& text, Da
   if (reply.quote) {
     write("Quote", *reply.quote, out);
   }
+  if (!reply.noQuote.empty()) {
+    out << "Quote: " << reply.noQuote << "\n";
+  }
   if (const auto* bars = std::get_if<DailyBars>(&reply.found)) {
     writeBars(*bars, ticker, today, out);
     return true;
   }
-  const auto* failed = std::get_if<Failed>(&reply.found);
-  out << "No prices: " << (failed != nullptr ? failed->reason : "the provider does not know it")
-      << "\n";
+  out << "No prices: ";
+  if (const auto* failed = std::get_if<Failed>(&reply.found)) {
+    out << failed->reason << "\n";
+  } else {
+    out << "the provider does not know it: " << std::get<NotFound>(reply.found).reason << "\n";
+  }
   return false;
 }
 

@@ -55,18 +55,14 @@ std::string implausible(const DailyBar& bar) {
 
 }  // namespace
 
-std::optional<Day> RowReader::dayOf(std::string_view text) const {
-  return text.empty() && rules_.undated ? rules_.undated : rules_.readDay(text);
-}
-
 // Returns why the row is a bad one; nothing for a good one.
 std::string RowReader::addGood(std::size_t number, const Fields& fields) {
   DailyBar bar;
-  const auto date = dayOf(fields[kDate]);
+  const bool undated = fields[kDate].empty() && rules_.undated;
+  const auto date = undated ? Day() : rules_.readDay(fields[kDate]);
   if (!date) {
     return notUnderstood(rules_.names[kDate], fields[kDate]);
   }
-  bar.date = *date;
   for (const auto& [column, target] : {std::pair{kOpen, &bar.open}, std::pair{kHigh, &bar.high},
                                        std::pair{kLow, &bar.low}, std::pair{kClose, &bar.close}}) {
     const auto price = parsePrice(fields.at(column), comma_);
@@ -80,6 +76,7 @@ std::string RowReader::addGood(std::size_t number, const Fields& fields) {
     return notUnderstood(rules_.names[kVolume], fields[kVolume]);
   }
   bar.volume = *volume;
+  bar.date = undated ? rules_.undated(bar) : *date;
   auto reason = implausible(bar);
   if (reason.empty()) {
     good_.push_back({bar, number});

@@ -19,12 +19,12 @@ using Fields = std::array<std::string_view, kColumns>;
 using ColumnNames = std::array<std::string, kColumns>;
 inline const ColumnNames kUsualNames{"Date", "Open", "High", "Low", "Close", "Volume"};
 
-// How rows are to be read. Only the volume may be missing, and the date where `undated` says whose
-// prices rows without one are.
+// How rows are to be read. Only the volume may be missing, and the date where `undated` says of
+// which day prices without one are.
 struct RowRules {
   ColumnNames names = kUsualNames;
   std::function<std::optional<Day>(std::string_view)> readDay = parseDay;
-  std::optional<Day> undated = std::nullopt;
+  std::function<Day(const DailyBar& bar)> undated = nullptr;
 };
 
 // What a table of daily prices holds.
@@ -56,7 +56,6 @@ class RowReader {
   };
 
   std::string addGood(std::size_t number, const Fields& fields);
-  std::optional<Day> dayOf(std::string_view text) const;
   void complain(std::size_t number, const std::string& what);
 
   const RowRules& rules_;

@@ -8,7 +8,9 @@
 namespace quintara::quotes {
 
 // The source does not know the ticker; the next one is asked.
-struct NotFound {};
+struct NotFound {
+  std::string reason;  // one line, already escaped; may be empty
+};
 
 // The source has something for the ticker that cannot be used; no other source is asked, because
 // the trader must not mistake its prices for the ones expected.

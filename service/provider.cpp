@@ -35,6 +35,8 @@ std::string statusText(long status) {
     case 402:
     case 403:
       return text + ", the key or the plan does not allow this";
+    case 407:
+      return text + ", the proxy wants a name and a password";
     case 429:
       return text + ", too many requests or a quota used up";
     default:
@@ -57,12 +59,34 @@ Filling forPointer(const Filling& filling) {
   return result;
 }
 
-void merge(DailyBars& bars, const DailyBar& quote) {
-  if (bars.back().date < quote.date) {
-    bars.push_back(quote);
-  } else if (bars.back().date == quote.date) {
-    bars.back() = quote;
+Day latestWeekday(Day day) {
+  while (isWeekend(day)) {
+    day -= std::chrono::days{1};
   }
+  return day;
+}
+
+bool samePrices(const DailyBar& a, const DailyBar& b) {
+  return a.open == b.open && a.high == b.high && a.low == b.low && a.close == b.close;
+}
+
+// Returns whether the quote is new enough to be used. One without a volume leaves that of the
+// table.
+bool merge(DailyBars& bars, DailyBar quote) {
+  if (quote.date < bars.back().date) {
+    return false;
+  }
+  if (bars.back().date == quote.date) {
+    quote.volume = quote.volume > 0 ? quote.volume : bars.back().volume;
+    bars.pop_back();
+  }
+  bars.push_back(quote);
+  return true;
+}
+
+// The beginning of a message about one of the two replies.
+std::string aboutPart(const std::string& host, const Filling& filling, const std::string& part) {
+  return escaped(host) + ": " + escaped(filling.at("symbol")) + ": " + part + ": ";
 }
 
 void hideKey(PriceRows& rows, const Secret& key) {
@@ -89,91 +113,100 @@ Filling Provider::fillingFor(const std::string& ticker, Day today) const {
           {"key", settings_.key.value()}};
 }
 
-std::string Provider::failure(const std::string& host, const std::string& what,
-                              const std::string& body) const {
-  const auto excerpt = excerptOf(body, settings_.key);
-  return settings_.key.hiddenIn(escaped(host) + ": " + what +
-                                (excerpt.empty() ? "" : ": " + excerpt));
+// Behind our words the beginning of what came from outside.
+std::string Provider::withExcerpt(const std::string& what, std::string_view outside) const {
+  const auto excerpt = excerptOf(outside, settings_.key);
+  return what + (excerpt.empty() ? "" : ": " + excerpt);
 }
 
-Provider::Rows Provider::read(const std::string& host, const std::string& body,
-                              const ReplyShape& shape, const RowRules& rules,
-                              const Filling& filling) const {
-  const bool json = shape.format == ReplyShape::Format::Json;
-  PriceRows rows = json ? parseJsonRows(body, filled(shape.rows, forPointer(filling), false), rules)
-                        : parsePriceFile(body, rules);
-  if (!rows.readable) {
-    return Failed{failure(host, "not prices, " + rows.problem, body)};
-  }
+PriceRows Provider::read(const Part& part, const std::string& body, const Filling& filling) const {
+  const std::lock_guard lock(reading_);
+  const bool json = part.shape.format == ReplyShape::Format::Json;
+  PriceRows rows =
+      json ? parseJsonRows(body, filled(part.shape.rows, forPointer(filling), false), part.rules)
+           : parsePriceFile(body, part.rules);
   hideKey(rows, settings_.key);
   return rows;
 }
 
-Provider::Rows Provider::fetch(const UrlTemplate& url, const ReplyShape& shape,
-                               const RowRules& rules, const Filling& filling,
-                               Deadline deadline) const {
+Provider::Rows Provider::fetch(const Part& part, const Filling& filling, Deadline deadline) const {
   const Download reply = download(
-      {url.filledWith(filling), filled(settings_.header, filling, false), settings_.caFile},
+      {part.url.filledWith(filling), filled(settings_.header, filling, false), settings_.caFile},
       deadline, stop_);
+  const auto failed = [&](const std::string& what, std::string_view outside) {
+    // Where a redirect leads is from outside, too.
+    const bool redirected = reply.host != part.url.host();
+    const auto host = redirected ? settings_.key.hiddenIn(reply.host) : reply.host;
+    return Failed{aboutPart(host, filling, part.name) + withExcerpt(what, outside)};
+  };
   if (!reply.problem.empty()) {
-    return Failed{failure(url.host(), reply.problem, {})};
+    return failed(reply.problem, reply.detail);
   }
   const bool saysUnknown = !settings_.unknownSymbol.empty() &&
                            reply.body.find(settings_.unknownSymbol) != std::string::npos;
-  if (saysUnknown || reply.status == 404 || (reply.status / 100 == 2 && isBlank(reply.body))) {
-    return NotFound{};
+  if (saysUnknown || reply.status == 404) {
+    return NotFound{withExcerpt(statusText(reply.status), reply.body)};
   }
   if (reply.status / 100 != 2) {
-    return Failed{failure(url.host(), statusText(reply.status), reply.body)};
+    return failed(statusText(reply.status), reply.body);
   }
-  return read(url.host(), reply.body, shape, rules, filling);
+  if (isBlank(reply.body)) {
+    return NotFound{"an empty reply"};
+  }
+  PriceRows rows = read(part, reply.body, filling);
+  if (!rows.readable) {
+    return failed("not prices, " + rows.problem, reply.body);
+  }
+  if (rows.isEmpty()) {
+    return NotFound{withExcerpt("an empty table", reply.body)};
+  }
+  return rows;
 }
 
 void Provider::addQuote(ProviderReply& reply, const Filling& filling, Day today,
                         Deadline deadline) const {
-  const auto readDay = [this](std::string_view text) { return parseAnyDay(text, settings_.days); };
-  Day undated = today;
-  while (isWeekend(undated)) {
-    undated -= std::chrono::days{1};
-  }
-  const RowRules rules{settings_.quote.names, readDay, undated};
-  Rows rows = fetch(*settings_.quoteUrl, settings_.quote, rules, filling, deadline);
-  if (auto* failed = std::get_if<Failed>(&rows)) {
-    reply.found = std::move(*failed);
-  }
+  auto& bars = std::get<DailyBars>(reply.found);
+  const auto undated = [newest = bars.back(), weekday = latestWeekday(today)](const DailyBar& bar) {
+    return samePrices(bar, newest) ? newest.date : weekday;
+  };
+  const RowRules rules{settings_.quote.names, [this](auto text) { return dayOf(text); }, undated};
+  Rows rows = fetch({"quote", *settings_.quoteUrl, settings_.quote, rules}, filling, deadline);
   if (auto* quote = std::get_if<PriceRows>(&rows)) {
     reply.quote = std::move(*quote);
-    if (!reply.quote->bars.empty()) {
-      merge(std::get<DailyBars>(reply.found), reply.quote->bars.back());
+    if (!reply.quote->bars.empty() && !merge(bars, reply.quote->bars.back())) {
+      reply.noQuote = "older than the table, not used";
     }
+  } else if (const auto* unknown = std::get_if<NotFound>(&rows)) {
+    reply.noQuote = "none, " + unknown->reason;
+  } else {
+    reply.found = std::get<Failed>(std::move(rows));
   }
 }
 
 ProviderReply Provider::ask(const std::string& ticker, Day today) const {
+  ProviderReply reply;
   if (ticker == ".") {
-    return {NotFound{}, {}, std::nullopt};  // in an address it would be no name but a folder
+    reply.found = NotFound{"in an address it would be no name but a folder"};
+    return reply;
   }
   const Deadline deadline = std::chrono::steady_clock::now() + settings_.timeOut;
   const Filling filling = fillingFor(ticker, today);
-  const auto readDay = [this](std::string_view text) { return parseAnyDay(text, settings_.days); };
-  const RowRules rules{settings_.table.names, readDay, std::nullopt};
-  Rows rows = fetch(*settings_.tableUrl, settings_.table, rules, filling, deadline);
-  ProviderReply reply{NotFound{}, {}, std::nullopt};
-  if (auto* failed = std::get_if<Failed>(&rows)) {
-    reply.found = std::move(*failed);
-  }
+  const RowRules rules{settings_.table.names, [this](auto text) { return dayOf(text); }, nullptr};
+  Rows rows = fetch({"table", *settings_.tableUrl, settings_.table, rules}, filling, deadline);
   auto* table = std::get_if<PriceRows>(&rows);
   if (table == nullptr) {
+    auto* failed = std::get_if<Failed>(&rows);
+    reply.found = failed != nullptr ? Found(std::move(*failed)) : std::get<NotFound>(rows);
     return reply;
   }
   reply.table = std::move(*table);
-  if (!reply.table.bars.empty()) {
-    reply.found = reply.table.bars;
-  } else if (reply.table.badLines > 0) {
-    reply.found =
-        Failed{failure(host(), reply.table.problem + ", " + reply.table.complaints.front(), {})};
+  if (reply.table.bars.empty()) {
+    reply.found = Failed{aboutPart(host(), filling, "table") + reply.table.problem + ", " +
+                         reply.table.complaints.front()};
+    return reply;
   }
-  if (settings_.quoteUrl && !reply.table.bars.empty()) {
+  reply.found = reply.table.bars;
+  if (settings_.quoteUrl) {
     addQuote(reply, filling, today, deadline);
   }
   return reply;

@@ -88,8 +88,8 @@ void ProviderSource::report(const std::string& ticker, const ProviderReply& repl
     log_.warning(failed->reason);
     return;
   }
-  if (std::holds_alternative<NotFound>(reply.found)) {
-    log_.info(who + " is not known there");
+  if (const auto* unknown = std::get_if<NotFound>(&reply.found)) {
+    log_.info(who + " is not known there, " + unknown->reason);
   }
   if (reply.table.badLines > 0) {
     log_.warning(who + ": bad rows left out: " + std::to_string(reply.table.badLines) +
@@ -97,6 +97,9 @@ void ProviderSource::report(const std::string& ticker, const ProviderReply& repl
   }
   if (reply.quote && reply.quote->badLines > 0) {
     log_.warning(who + ": the quote is left out, " + reply.quote->complaints.front());
+  }
+  if (!reply.noQuote.empty()) {
+    log_.warning(who + ": quote: " + reply.noQuote);
   }
 }
 

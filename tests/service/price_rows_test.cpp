@@ -18,7 +18,7 @@ std::string summary(const PriceRows& rows) {
 std::string ofFile(std::string_view text) { return summary(parsePriceFile(text)); }
 std::string ofJson(const std::string& text, const std::string& path = "",
                    const ColumnNames& names = kUsualNames) {
-  return summary(parseJsonRows(text, path, {names, parseDay, std::nullopt}));
+  return summary(parseJsonRows(text, path, {names, parseDay, nullptr}));
 }
 
 TEST(PriceFile, ReadsWhatBrokersExport) {

@@ -75,7 +75,7 @@ TEST(Program, ReadsTheSettingsOfTheProvider) {
   configuration.write("quintara/provider.conf", "url = http://127.0.0.1:1/{symbol}\n");
   const Program check("--check A", configuration.path);
   EXPECT_THAT(check.line() + check.line() + check.line(),
-              HasSubstr("No prices: 127.0.0.1: Couldn't connect"));
+              HasSubstr("No prices: 127.0.0.1: A: table: Couldn't connect"));
   EXPECT_EQ(check.exitCode(), 1);
   const Program bad("--check A/B", configuration.path);
   EXPECT_THAT(bad.line(), HasSubstr("a symbol cannot contain /"));

@@ -84,7 +84,7 @@ class ProviderTest : public testing::Test {
       return quoteText("", *bars, bars->back().date).substr(3);
     }
     const auto* failed = std::get_if<Failed>(&result);
-    return failed != nullptr ? failed->reason : "not found";
+    return failed != nullptr ? failed->reason : "not found, " + std::get<NotFound>(result).reason;
   }
 
   std::string logged, table = kTable, quote;
@@ -114,6 +114,7 @@ TEST_F(ProviderTest, PutsTheQuoteOnTheTableAndTellsAbsentPricesFromUselessReplie
   const std::string fresh = "3.50,\"11/20/2026\",\"4:00pm\",+1.50,3.00,4.00,2.00,9\r\n";
   const std::string json = "{\"q\":[{\"open\":3,\"high\":4,\"low\":2,\"c\":3.5,\"volume\":9,\"t\":";
   const std::string withQuote = "quote_url = " + at("/quote?{symbol}\n");
+  const std::string inRows = "format = json\nrows = /p";
   const std::string inJson =
       withQuote + "quote_format=json\nquote_rows=/q/0\nquote_last=c\nquote_date=t\n";
   const struct {
@@ -121,10 +122,14 @@ TEST_F(ProviderTest, PutsTheQuoteOnTheTableAndTellsAbsentPricesFromUselessReplie
     int status = 200;
   } cases[] = {
       {kTable + "rubbish\n", close},
-      {"<html>no</html>", "not found", "", 404},
-      {" \r\n", "not found"},
-      {kHeader, "not found"},
-      {"No such symbol: X", "not found", "unknown_symbol = No such symbol", 400},
+      {"<html>no " + kKey, "not found, HTTP status 404: <html>no ***", "", 404},
+      {" \r\n", "not found, an empty reply"},
+      {kHeader, "not found, an empty table: Date,Open,"},
+      {"{\"p\":[],\"note\":\"limit\"}",
+       "127.0.0.1: X&Y: table: not prices, no rows but a message: {", inRows},
+      {"{\"p\":[],\"note\":\"limit\"}", "not found, ", inRows + "\nunknown_symbol = limit"},
+      {"No such symbol: X", "not found, HTTP status 400: No such",
+       "unknown_symbol = No such symbol", 400},
       {"{\"note\":\n \"" + kKey + " used up\"}", "{\"note\": \"*** used up\"}"},
       {"{\"note\": \"used up\"}", "nothing at /X&Y/p", "format = json\nrows = /{symbol}/p"},
       {std::string(65'530, ' ') + kKey, "HTTP status 400: ***", "", 400},
@@ -141,6 +146,7 @@ TEST_F(ProviderTest, PutsTheQuoteOnTheTableAndTellsAbsentPricesFromUselessReplie
       {json + "1795132799000}]}", "3.50,\"11/19/2026\",\"4:00pm\",N/A,3.00,", inJson},
       {json + "1795132799.5}]}", fresh, inJson + "utc_offset_hours = 1"},
       {"", close, withQuote},
+      {"Open;High;Low;Close\n1;2;1;2\n", close, withQuote},
       {"<html>", "not prices, no column Open, High, Low, Close: <html>", withQuote},
   };
   for (const auto& c : cases) {
@@ -150,6 +156,7 @@ TEST_F(ProviderTest, PutsTheQuoteOnTheTableAndTellsAbsentPricesFromUselessReplie
     status = c.status;
     EXPECT_THAT(found(settings(c.more)), HasSubstr(c.expected)) << c.body.substr(0, 200);
   }
+  EXPECT_THAT(logged, HasSubstr("127.0.0.1: X&Y: quote: none, an empty reply"));
   EXPECT_THAT(logged, HasSubstr("bad rows left out: 1, the first in line 3: Date \"rub"));
   EXPECT_THAT(upperCase(logged), AllOf(Not(HasSubstr("SE/CR")), Not(HasSubstr("SE%2FCR"))));
 }
@@ -180,12 +187,28 @@ TEST_F(ProviderTest, FollowsFewRedirectsAndKeepsTheKeyFromOthers) {
   target = at("/good");
   EXPECT_THAT(found(settings("header = X-Key: {key}", plainHost + "/{symbol}")), HasSubstr("2.00"));
   EXPECT_EQ(seen, "");
+  ::setenv("http_proxy", plain.host.c_str(), 1);
+  EXPECT_THAT(found(settings("", "http://provider.example/{symbol}?{key}")),
+              HasSubstr("provider.example: X&Y: table: a redirect to this computer"));
+  ::unsetenv("http_proxy");
+}
+
+TEST_F(ProviderTest, LeavesItsOwnWordsAsTheyAreWhateverTheKey) {
+  ::setenv("PRICE_KEY", "e", 1);
+  table = "seen";
+  status = 429;
+  EXPECT_THAT(found(settings()), HasSubstr("429, too many requests or a quota used up: s******n"));
+  ::setenv("PRICE_KEY", kKey.c_str(), 1);
 }
 
 TEST_F(ProviderTest, TrustsNobodyWithoutACertificateAndWaitsForNobodyForever) {
   EXPECT_THAT(found(parseProviderSettings("url = " + at("/{symbol}"))), HasSubstr("certificate"));
   const std::string byName = "https://localhost" + server.host.substr(server.host.find(':'));
-  EXPECT_THAT(found(settings("", byName + "/{symbol}?{key}")), HasSubstr("localhost: SSL"));
+  EXPECT_THAT(
+      found(settings("", byName + "/{symbol}?{key}")),
+      AllOf(HasSubstr("localhost: X&Y: table: SSL"), HasSubstr("certificate subject name")));
+  EXPECT_THAT(found(parseProviderSettings("url = " + at("/{symbol}") + "\nca_file = " + kKeyFile)),
+              HasSubstr("ca_file"));
   EXPECT_THAT(server.targets, SizeIs(0));
   answer = [](const auto&, auto& response) {
     response.set_chunked_content_provider("text/csv", [](std::size_t, httplib::DataSink& sink) {
@@ -194,7 +217,7 @@ TEST_F(ProviderTest, TrustsNobodyWithoutACertificateAndWaitsForNobodyForever) {
     });
   };
   const auto begin = Clock::now();
-  EXPECT_THAT(found(settings("timeout_seconds = 1")), HasSubstr("127.0.0.1: Timeout"));
+  EXPECT_THAT(found(settings("timeout_seconds = 1")), HasSubstr("127.0.0.1: X&Y: table: Timeout"));
   std::stop_source stop;
   ProviderSource source(settings(), log, stop.get_token());
   auto slow = std::async(std::launch::async, [&] { return source.find("A", kSunday); });
@@ -246,6 +269,18 @@ TEST_F(ProviderTest, ShowsWhatIsWrongWithTheRepliesForOneSymbol) {
   EXPECT_THAT(out.str(), HasSubstr("Asked 127.0.0.1 for GOOD\nTable: 1 good rows, 1 bad ones\n"
                                    "  line 3: Date \"***\" is not understood\nFrom 19-Nov-26 to "));
   EXPECT_THAT(out.str(), HasSubstr("The quote that a chart gets: \"GOOD\",2.00,\"11/19/2026\","));
+  quote = kHeader + "2026-11-18,3,4,2,3.5,9\n";
+  for (const auto& [code, expected] : std::map<int, std::string>{
+           {200, "\nQuote: older than the table, not used\nFrom 19-Nov-26"},
+           {404, "\nQuote: none, HTTP status 404: Date,Open"},
+           {500, "\nNo prices: 127.0.0.1: GOOD: quote: HTTP status 500: Date,Open"}}) {
+    answer = [&](const auto& request, auto& response) {
+      response.status = request.path == "/quote" ? code : 200;
+      response.body = request.path == "/quote" ? quote : table;
+    };
+    checkProvider(settings("quote_url = " + at("/quote?{symbol}")), "good", kSunday, out);
+    EXPECT_THAT(out.str(), HasSubstr(expected));
+  }
 }
 
 TEST_F(ProviderTest, ForgetsTheOldestAnswerWhenItHasMany) {
@@ -262,6 +297,11 @@ TEST_F(ProviderTest, GoesThroughTheProxyOfTheEnvironment) {
   EXPECT_THAT(found(settings("", "http://provider.example/{symbol}?{key}")), HasSubstr("2.00,"));
   ::unsetenv("http_proxy");
   EXPECT_THAT(proxy.targets.at(0), HasSubstr("http://provider.example/X%26Y?"));
+  status = 407;
+  ::setenv("https_proxy", proxy.host.c_str(), 1);
+  EXPECT_THAT(found(settings("", "https://provider.example/{symbol}?{key}")),
+              HasSubstr("provider.example: X&Y: table: the proxy answered 407"));
+  ::unsetenv("https_proxy");
 }
 
 }  // namespace
