@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # A trader's session with the real program and the real quote service, by input events alone: draw,
-# resize, drag swing points off the chart, calculate, show levels, change the chart type, clear.
+# resize, drag swing points off the chart, calculate, show levels, change the chart type, clear, help.
 # What it sees it reads from the screen and the clipboard.
 # Usage: trader.sh FOLDER-OF-THE-PROGRAMS HISTORY-PORT QUOTES-PORT LOCALE [FOLDER-FOR-SCREENSHOTS]
 set -u
@@ -115,6 +115,14 @@ click 183 540
 look cleared
 check "no levels on the chart" [ "$(count '#FF0000' 401x511+320+48)" -eq 0 ]
 check "empty box" [ "$(text_of 52 66)" = none ]
+
+# Help: a window of its own, which Escape leaves.
+click 660 18
+help=$(timeout 20 xdotool search --sync --onlyvisible --class quintara-help | head -n 1)
+check "the help opens" [ -n "$help" ]
+sleep 0.5
+xdotool windowfocus --sync "$help" key Escape sleep 0.5
+check "and closes" [ -z "$(xdotool search --onlyvisible --class quintara-help)" ]
 
 # Close: the program and the service it started end.
 wmctrl -i -c "$window"
