@@ -6,11 +6,12 @@ namespace quintara::quotes {
 
 enum class Interval { Daily, Weekly, Monthly };
 
-// Leaves out the days after `last`.
+/// Leaves out the days after `last`.
 void cutAfter(DailyBars& bars, Day last);
 
-// One bar for each calendar week or month that has a trading day: the open and the date of its
-// first day, the close of its last, the extremes and the whole volume. Daily bars stay as they are.
+/// One bar for each calendar week or month that has a trading day: the open and the date of its
+/// first day, the close of its last, the extremes and the whole volume. Daily bars stay as they
+/// are.
 DailyBars aggregated(const DailyBars& days, Interval interval);
 
 }  // namespace quintara::quotes

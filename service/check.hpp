@@ -7,8 +7,8 @@
 
 namespace quintara::quotes {
 
-// Asks the provider for one ticker and writes what came of it for the trader who wrote the
-// settings. Returns whether there are prices. Throws Refusal for a ticker that cannot exist.
+/// Asks the provider for one ticker and writes what came of it for the trader who wrote the
+/// settings. Returns whether there are prices. Throws Refusal for a ticker that cannot exist.
 bool checkProvider(const ProviderSettings& settings, const std::string& ticker, Day today,
                    std::ostream& out);
 

@@ -9,10 +9,10 @@
 
 namespace quintara::quotes {
 
-// One accepted connection as the HTTP library sees it. A request has to arrive within a few seconds
-// in all, however slowly its bytes trickle, and within a few kilobytes; a reply has to be taken
-// within some seconds. Once `stopping` becomes readable nothing more is read, and a reply under way
-// has half a second left. Closes the socket.
+/// One accepted connection as the HTTP library sees it. A request has to arrive within a few
+/// seconds in all, however slowly its bytes trickle, and within a few kilobytes; a reply has to be
+/// taken within some seconds. Once `stopping` becomes readable nothing more is read, and a reply
+/// under way has half a second left. Closes the socket.
 class Connection : public httplib::Stream {
  public:
   Connection(FileHandle socket, int stopping);
@@ -36,7 +36,7 @@ class Connection : public httplib::Stream {
   FileHandle socket_;
   int stopping_;
   Clock::time_point readUntil_;
-  Clock::time_point writeUntil_{};  // set by the first write
+  Clock::time_point writeUntil_{};  ///< set by the first write
   bool stopSeen_ = false;
   std::array<char, 4096> buffer_{};
   size_t begin_ = 0;

@@ -4,14 +4,14 @@
 
 namespace quintara::quotes {
 
-// The text behind the mark that some editors and exports put at its start.
+/// The text behind the mark that some editors and exports put at its start.
 std::string_view withoutByteOrderMark(std::string_view text);
 
-// Takes one line from the front of the text, without its end and the blanks around it.
+/// Takes one line from the front of the text, without its end and the blanks around it.
 std::string_view takeLine(std::string_view& text);
 
-// Takes one field and the separator after it from the front of the line, without the blanks and the
-// quotation marks around it. A separator between quotation marks is text.
+/// Takes one field and the separator after it from the front of the line, without the blanks and
+/// the quotation marks around it. A separator between quotation marks is text.
 std::string_view takeField(std::string_view& line, char separator);
 
 }  // namespace quintara::quotes

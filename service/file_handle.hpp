@@ -6,7 +6,7 @@
 
 namespace quintara::quotes {
 
-// Owns a file descriptor; negative when there is none.
+/// Owns a file descriptor; negative when there is none.
 class FileHandle {
  public:
   explicit FileHandle(int descriptor = -1) : descriptor_(descriptor) {}

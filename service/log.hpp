@@ -11,13 +11,13 @@ enum class LogLevel { Error, Warning, Info, Debug };
 
 std::optional<LogLevel> logLevelNamed(std::string_view name);
 
-// Lines for the person who runs the service. May be used from several threads at once. Whoever
-// writes text that came from outside escapes it first.
+/// Lines for the person who runs the service. May be used from several threads at once. Whoever
+/// writes text that came from outside escapes it first.
 class Log {
  public:
   using Sink = std::function<void(const std::string& line)>;
 
-  explicit Log(LogLevel level);  // to standard error
+  explicit Log(LogLevel level);  ///< to standard error
   Log(LogLevel level, Sink sink);
 
   void error(const std::string& text) const { write(LogLevel::Error, "error: " + text); }

@@ -8,21 +8,21 @@
 
 namespace quintara::quotes {
 
-// What the command line asks for.
+/// What the command line asks for.
 struct Options {
   enum class Action { Serve, Check, Help, Version };
   Action action = Action::Serve;
   ServerSettings settings;
-  std::filesystem::path providerFile;  // empty if the user has no place for it
-  bool providerNamed = false;          // on the command line, so that the file has to be there
-  std::string ticker;                  // to check
+  std::filesystem::path providerFile;  ///< empty if the user has no place for it
+  bool providerNamed = false;          ///< on the command line, so that the file has to be there
+  std::string ticker;                  ///< to check
 };
 
 struct BadFlag : std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-// Throws BadFlag with one line that names the flag.
+/// Throws BadFlag with one line that names the flag.
 Options parseOptions(int argc, char* const* argv);
 
 std::string helpText();

@@ -6,7 +6,7 @@
 
 namespace quintara::quotes {
 
-// Text that must not be seen, above all an API key.
+/// Text that must not be seen, above all an API key.
 class Secret {
  public:
   Secret() = default;
@@ -14,9 +14,9 @@ class Secret {
 
   const std::string& value() const { return value_; }
 
-  // The text with asterisks wherever the secret stands, in any case and with each character by
-  // itself, percent-encoded, behind a backslash or as a character reference. At most `longest`
-  // characters: whoever cuts the text beforehand leaves half of the secret at its end.
+  /// The text with asterisks wherever the secret stands, in any case and with each character by
+  /// itself, percent-encoded, behind a backslash or as a character reference. At most `longest`
+  /// characters: whoever cuts the text beforehand leaves half of the secret at its end.
   std::string hiddenIn(std::string_view text, std::size_t longest = std::string::npos) const;
 
  private:

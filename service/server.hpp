@@ -16,20 +16,20 @@ namespace quintara::quotes {
 class Listener;
 
 struct ServerSettings {
-  int historyPort = 8470;  // 0 for any free port
+  int historyPort = 8470;  ///< 0 for any free port
   int quotesPort = 8471;
-  std::filesystem::path prices;  // the trader's own files; empty for none
+  std::filesystem::path prices;  ///< the trader's own files; empty for none
   Today today = localToday;
   Log log{LogLevel::Info};
   std::optional<ProviderSettings> provider = std::nullopt;
 };
 
-// The trader's own files first, then the provider, then the demonstration market. A source that can
-// keep a client waiting gives up when `stop` is requested.
+/// The trader's own files first, then the provider, then the demonstration market. A source that
+/// can keep a client waiting gives up when `stop` is requested.
 PriceSources standardSources(const ServerSettings& settings, const std::stop_token& stop);
 
-// The quote service: two ports of 127.0.0.1, one for the historical tables and one for the quotes.
-// Works in threads of its own and may live inside another program.
+/// The quote service: two ports of 127.0.0.1, one for the historical tables and one for the quotes.
+/// Works in threads of its own and may live inside another program.
 class Server {
  public:
   explicit Server(ServerSettings settings);
@@ -37,15 +37,15 @@ class Server {
   Server(const Server&) = delete;
   Server& operator=(const Server&) = delete;
 
-  // Both ports answer when it returns; a server that runs is stopped first. Throws PortTaken or
-  // std::system_error, with no port taken.
+  /// Both ports answer when it returns; a server that runs is stopped first. Throws PortTaken or
+  /// std::system_error, with no port taken.
   void start();
-  // Replies under way have half a second to finish. A stopped server can be started again.
+  /// Replies under way have half a second to finish. A stopped server can be started again.
   void stop();
 
-  int historyPort() const;  // the ports in use, 0 while stopped
+  int historyPort() const;  ///< the ports in use, 0 while stopped
   int quotesPort() const;
-  bool failed() const;  // a port stopped answering without stop()
+  bool failed() const;  ///< a port stopped answering without stop()
 
  private:
   ServerSettings settings_;

@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
-// Text rules that must not depend on the process locale: letters are ASCII letters, other bytes
-// stand for themselves.
+/// Text rules that must not depend on the process locale: letters are ASCII letters, other bytes
+/// stand for themselves.
 namespace quintara::quotes {
 
 std::string upperCase(std::string_view text);
@@ -13,14 +13,14 @@ bool equalIgnoringCase(std::string_view left, std::string_view right);
 std::string lowerCase(std::string_view text);
 std::string_view trimmed(std::string_view text);
 
-// A number of one to nine decimal digits and nothing else.
+/// A number of one to nine decimal digits and nothing else.
 std::optional<int> parseCount(std::string_view text);
 
-// Text from outside made fit for one line of a log or a reply: control characters, backslashes and
-// bytes that are not ASCII as \xNN.
+/// Text from outside made fit for one line of a log or a reply: control characters, backslashes and
+/// bytes that are not ASCII as \xNN.
 std::string escaped(std::string_view text);
 
-// Everything but letters, digits and -._~ as %NN.
+/// Everything but letters, digits and -._~ as %NN.
 std::string percentEncoded(std::string_view text);
 
 }  // namespace quintara::quotes

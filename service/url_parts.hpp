@@ -5,20 +5,20 @@
 
 namespace quintara::quotes {
 
-// Where an address leads.
+/// Where an address leads.
 struct UrlParts {
-  std::string scheme;  // http or https
+  std::string scheme;  ///< http or https
   std::string host;
-  std::string port;  // the usual one of the scheme if none is given
+  std::string port;  ///< the usual one of the scheme if none is given
 
   bool operator==(const UrlParts&) const = default;
 };
 
-// Whether both lead to one server, so that one may learn a secret that is meant for the other: the
-// usual ports of http and https of one host belong together.
+/// Whether both lead to one server, so that one may learn a secret that is meant for the other: the
+/// usual ports of http and https of one host belong together.
 bool leadSameWay(const UrlParts& from, const UrlParts& to);
 
-// No value for what is no address, has another scheme, or names a user.
+/// No value for what is no address, has another scheme, or names a user.
 std::optional<UrlParts> urlParts(const std::string& url);
 
 }  // namespace quintara::quotes
