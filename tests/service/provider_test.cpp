@@ -14,7 +14,6 @@
 #include "temporary_folder.hpp"
 
 namespace quintara::quotes {
-namespace {
 
 using std::chrono::milliseconds;
 using testing::AllOf;
@@ -28,48 +27,43 @@ const std::string kCertificate = kFolder.path / "certificate";
 const std::string kKeyFile = kFolder.path / "key";
 const std::string kKey = "Se/cret+Key42";
 const std::string kHeader = "Date,Open,High,Low,Close,Volume\n";
-const std::string kTable = kHeader + "2026-11-19,1,2,1,2,7\n";
 const Day kSunday = *makeDay(2026, 11, 22);  // so that an undated quote is of Friday
 
-// Remembers what it was asked for. Takes over the server.
+// Remembers what it was asked for. Takes over the server; the way to answer is its caller's and may
+// change.
 struct ProviderServer {
-  ProviderServer(std::unique_ptr<httplib::Server> taken, const httplib::Server::Handler& answer)
-      : server(std::move(taken)) {
-    server->set_pre_routing_handler([this, answer](const auto& request, auto& response) {
-      {
-        const std::lock_guard lock(mutex);
-        targets.push_back(request.target);
-      }
+  ProviderServer(httplib::Server* taken, httplib::Server::Handler& answer) : server(taken) {
+    server->set_pre_routing_handler([this, &answer](const auto& request, auto& response) {
+      const std::lock_guard lock(mutex);
+      targets.push_back(request.target);
       answer(request, response);
       return httplib::Server::HandlerResponse::Handled;
     });
     host += std::to_string(server->bind_to_any_port("127.0.0.1"));
-    thread = std::thread([this] { server->listen_after_bind(); });
+    thread = std::jthread([this] { server->listen_after_bind(); });
   }
   ~ProviderServer() {
     while (!server->is_running()) {
     }
     server->stop();
-    thread.join();
   }
 
   std::string host = "127.0.0.1:";
-  std::unique_ptr<httplib::Server> server;
+  const std::unique_ptr<httplib::Server> server;
   std::mutex mutex;
   std::vector<std::string> targets;  // to be read once the replies are there
-  std::thread thread;
+  std::jthread thread;
 };
 
-class ProviderTest : public testing::Test {
- protected:
+struct ProviderTest : testing::Test {
   static void SetUpTestSuite() {
     const std::string make =
         "openssl req -x509 -newkey ec -pkeyopt ec_paramgen_curve:P-256 -nodes -subj /CN=Test "
         "-days 2 -addext subjectAltName=IP:127.0.0.1 2>/dev/null";
     ASSERT_EQ(std::system((make + " -keyout " + kKeyFile + " -out " + kCertificate).c_str()), 0);
-    ::setenv("PRICE_KEY", kKey.c_str(), 1);
     ::setenv("no_proxy", "127.0.0.1,localhost", 1);
   }
+  ProviderTest() { ::setenv("PRICE_KEY", kKey.c_str(), 1); }
   // The address of a path on the server with the certificate, which is its own authority.
   std::string at(const std::string& path) const { return "https://" + server.host + path; }
   ProviderSettings settings(const std::string& more = {}, const std::string& url = {}) const {
@@ -87,16 +81,15 @@ class ProviderTest : public testing::Test {
     return failed != nullptr ? failed->reason : "not found, " + std::get<NotFound>(result).reason;
   }
 
-  std::string logged, table = kTable, quote;
-  std::atomic<int> status = 200;
+  std::string logged, table = kHeader + "2026-11-19,1,2,1,2,7\n", quote;
+  std::atomic<int> status = 200, quoteStatus = 200;
   const Log log{LogLevel::Debug, [this](const std::string& line) { logged += line; }};
   httplib::Server::Handler answer = [this](const auto& request, auto& response) {
-    response.status = status;
-    response.body = request.path == "/quote" ? quote : table;
+    const bool quoted = request.path == "/quote";
+    response.status = quoted ? quoteStatus : status;
+    response.body = quoted ? quote : table;
   };
-  ProviderServer server{
-      std::make_unique<httplib::SSLServer>(kCertificate.c_str(), kKeyFile.c_str()),
-      [this](const auto& request, auto& response) { answer(request, response); }};
+  ProviderServer server{new httplib::SSLServer(kCertificate.c_str(), kKeyFile.c_str()), answer};
 };
 
 TEST_F(ProviderTest, FillsInWhatTheProviderAsksFor) {
@@ -110,49 +103,43 @@ TEST_F(ProviderTest, FillsInWhatTheProviderAsksFor) {
 }
 
 TEST_F(ProviderTest, PutsTheQuoteOnTheTableAndTellsAbsentPricesFromUselessReplies) {
-  const std::string close = "2.00,\"11/19/2026\",\"4:00pm\",N/A,1.00,2.00,1.00,7\r\n";
-  const std::string fresh = "3.50,\"11/20/2026\",\"4:00pm\",+1.50,3.00,4.00,2.00,9\r\n";
-  const std::string json = "{\"q\":[{\"open\":3,\"high\":4,\"low\":2,\"c\":3.5,\"volume\":9,\"t\":";
-  const std::string withQuote = "quote_url = " + at("/quote?{symbol}\n");
-  const std::string inRows = "format = json\nrows = /p";
-  const std::string inJson =
-      withQuote + "quote_format=json\nquote_rows=/q/0\nquote_last=c\nquote_date=t\n";
+  const std::string close = R"(2.00,"11/19/2026","4:00pm",N/A,1.00,2.00,1.00,7)";
+  const std::string fresh = R"(3.50,"11/20/2026","4:00pm",+1.50,3.00,4.00,2.00,9)";
+  const std::string message = R"({"p":[],"note":"limit"})";
+  const std::string rows = "format = json\nrows = /{symbol}\n";
+  const std::string withQuote = "date_order = month-first\nquote_url = " + at("/quote?{symbol}\n");
+  const std::string inJson = withQuote +
+                             "quote_format = json\nquote_rows = /q/0\nquote_last = c\n"
+                             "quote_date = t\nutc_offset_hours = 1\n";
   const struct {
     std::string body, expected, more = {};  // the body of the quote if there is one
     int status = 200;
   } cases[] = {
-      {kTable + "rubbish\n", close},
+      {table + "rubbish\n", close},
       {"<html>no " + kKey, "not found, HTTP status 404: <html>no ***", "", 404},
       {" \r\n", "not found, an empty reply"},
       {kHeader, "not found, an empty table: Date,Open,"},
-      {"{\"p\":[],\"note\":\"limit\"}",
-       "127.0.0.1: X&Y: table: not prices, no rows but a message: {", inRows},
-      {"{\"p\":[],\"note\":\"limit\"}", "not found, ", inRows + "\nunknown_symbol = limit"},
-      {"No such symbol: X", "not found, HTTP status 400: No such",
-       "unknown_symbol = No such symbol", 400},
-      {"{\"note\":\n \"" + kKey + " used up\"}", "{\"note\": \"*** used up\"}"},
-      {"{\"note\": \"used up\"}", "nothing at /X&Y/p", "format = json\nrows = /{symbol}/p"},
-      {std::string(65'530, ' ') + kKey, "HTTP status 400: ***", "", 400},
+      {R"({"X&Y":[],"note":"limit"})", "table: not prices, no rows but a message: {", rows},
+      {message, "nothing at /X&Y", rows},
+      {message, "not found, ", rows + "unknown_symbol = limit"},
+      {"No such: X", "not found, HTTP status 400: No such", "unknown_symbol = No such", 400},
+      {"{\"note\":\n \"" + kKey + " used up\"}", "Close: {\"note\": \"*** used up\"}"},
       {kHeader + kKey + ",1,1,1,1\n", "1 bad ones, line 2: Date \"***\""},
       {upperCase(kKey) + " bad", "the key or the plan does not allow this: *** bad", "", 403},
-      {"k=" + percentEncoded(kKey), "429, too many requests or a quota used up: k=***", "", 429},
       {std::string(190, '.') + kKey + " " + std::string(400, '.'), ".*** ....", "", 400},
       {"a\x1b[2J", "HTTP status 502: a\\x1b[2J", "", 502},
       {std::string(8'400'000, ' '), "the reply is larger than 8 MB"},
-      {kHeader + "11/20/2026,3,4,2,3.5,9\n", fresh, withQuote + "date_order = month-first"},
-      {kHeader + "2026-11-18,3,4,2,3.5,9\n", close, withQuote},
+      {kHeader + "11/19/2026,3,4,2,3.5,9\n", R"(3.50,"11/19/2026","4:00pm",N/A,3.00)", withQuote},
       {kHeader + "2026-11-20,N/A,N/A,N/A,3.5,0\n", close, withQuote},
       {"Open;High;Low;LAST;Volume\n3;4;2;3,5;9\n", fresh, withQuote + "quote_last = Last"},
-      {json + "1795132799000}]}", "3.50,\"11/19/2026\",\"4:00pm\",N/A,3.00,", inJson},
-      {json + "1795132799.5}]}", fresh, inJson + "utc_offset_hours = 1"},
+      {R"({"q":[{"open":3,"high":4,"low":2,"c":3.5,"volume":9,"t":1795132799.5}]})", fresh, inJson},
       {"", close, withQuote},
       {"Open;High;Low;Close\n1;2;1;2\n", close, withQuote},
-      {"<html>", "not prices, no column Open, High, Low, Close: <html>", withQuote},
+      {"<html>", "quote: not prices, no column Open, High, Low, Close: <html>", withQuote},
   };
-  for (const auto& c : cases) {
-    const bool quoted = c.more.find(withQuote) == 0;
-    table = quoted ? kTable : c.body;
-    quote = quoted ? c.body : "";
+  for (const std::string prices = table; const auto& c : cases) {
+    table = prices;
+    (c.more.find("quote_url") == c.more.npos ? table : quote) = c.body;
     status = c.status;
     EXPECT_THAT(found(settings(c.more)), HasSubstr(c.expected)) << c.body.substr(0, 200);
   }
@@ -165,32 +152,50 @@ TEST_F(ProviderTest, FollowsFewRedirectsAndKeepsTheKeyFromOthers) {
   std::string seen, target;
   answer = [&](const auto& request, auto& response) {
     seen = request.get_header_value("X-Key");
-    response.body = kTable;
+    response.body = table;
     if (request.path != "/good") {
       response.set_redirect(target);
     }
   };
-  ProviderServer plain(std::make_unique<httplib::Server>(), answer);
+  ProviderServer plain(new httplib::Server, answer);
   const std::string plainHost = "http://" + plain.host;
-  for (const auto& [to, expected] : std::map<std::string, std::string>{
+  for (const auto& [to, expected] : std::map<std::string, const char*>{
            {"/good", "2.00,"},
            {"/again?" + kKey, "too many redirects"},
            {plainHost + "/good?" + kKey, "a redirect from https to http"},
-           {"file:///etc/passwd?" + kKey, "a redirect to what is no http or https addr"},
-           {"https://me:" + kKey + "@" + server.host, "a redirect to what is no http"}}) {
+           {"file:///etc/passwd?" + kKey, "a redirect to what is no http or https address"}}) {
     target = to;
     EXPECT_THAT(found(settings("header = X-Key: {key}", at("/?{symbol}"))), HasSubstr(expected));
     EXPECT_EQ(seen, kKey) << to;
   }
+  EXPECT_THAT(server.targets, SizeIs(2 + 5 + 1 + 1));
   EXPECT_THAT(plain.targets, SizeIs(0));
   EXPECT_THAT(logged, Not(HasSubstr(kKey)));
   target = at("/good");
   EXPECT_THAT(found(settings("header = X-Key: {key}", plainHost + "/{symbol}")), HasSubstr("2.00"));
   EXPECT_EQ(seen, "");
-  ::setenv("http_proxy", plain.host.c_str(), 1);
-  EXPECT_THAT(found(settings("", "http://provider.example/{symbol}?{key}")),
-              HasSubstr("provider.example: X&Y: table: a redirect to this computer"));
+}
+
+TEST_F(ProviderTest, GoesThroughTheProxyAndNotFromFarAwayToThisComputer) {
+  answer = [this](const auto&, auto& response) {
+    response.status = status;
+    response.body = table;
+    response.set_header("Location", at("/"));
+  };
+  ProviderServer proxy(new httplib::Server, answer);
+  ::setenv("http_proxy", proxy.host.c_str(), 1);
+  ::setenv("https_proxy", proxy.host.c_str(), 1);
+  for (const auto& [code, scheme, expected] :
+       {std::tuple{200, "http", "2.00,"},
+        {302, "http", "provider.example: X&Y: table: a redirect to this computer"},
+        {407, "https", "provider.example: X&Y: table: the proxy answered 407"}}) {
+    status = code;
+    const std::string url = std::string(scheme) + "://provider.example/{symbol}?{key}";
+    EXPECT_THAT(found(settings("", url)), HasSubstr(expected));
+  }
   ::unsetenv("http_proxy");
+  ::unsetenv("https_proxy");
+  EXPECT_THAT(proxy.targets.at(0), HasSubstr("http://provider.example/X%26Y?"));
 }
 
 TEST_F(ProviderTest, LeavesItsOwnWordsAsTheyAreWhateverTheKey) {
@@ -198,17 +203,16 @@ TEST_F(ProviderTest, LeavesItsOwnWordsAsTheyAreWhateverTheKey) {
   table = "seen";
   status = 429;
   EXPECT_THAT(found(settings()), HasSubstr("429, too many requests or a quota used up: s******n"));
-  ::setenv("PRICE_KEY", kKey.c_str(), 1);
 }
 
 TEST_F(ProviderTest, TrustsNobodyWithoutACertificateAndWaitsForNobodyForever) {
-  EXPECT_THAT(found(parseProviderSettings("url = " + at("/{symbol}"))), HasSubstr("certificate"));
   const std::string byName = "https://localhost" + server.host.substr(server.host.find(':'));
+  const std::string noCertificate = "url = " + at("/{symbol}\nca_file = ") + kKeyFile;
+  EXPECT_THAT(found(parseProviderSettings("url = " + at("/{symbol}"))), HasSubstr("certificate"));
+  EXPECT_THAT(found(parseProviderSettings(noCertificate)), HasSubstr("ca_file"));
   EXPECT_THAT(
       found(settings("", byName + "/{symbol}?{key}")),
       AllOf(HasSubstr("localhost: X&Y: table: SSL"), HasSubstr("certificate subject name")));
-  EXPECT_THAT(found(parseProviderSettings("url = " + at("/{symbol}") + "\nca_file = " + kKeyFile)),
-              HasSubstr("ca_file"));
   EXPECT_THAT(server.targets, SizeIs(0));
   answer = [](const auto&, auto& response) {
     response.set_chunked_content_provider("text/csv", [](std::size_t, httplib::DataSink& sink) {
@@ -231,7 +235,7 @@ TEST_F(ProviderTest, AsksOnceForRequestsThatComeTogether) {
   answer = [&](const auto&, auto& response) {
     std::this_thread::sleep_for(milliseconds{200});
     response.status = status;
-    response.body = kTable;
+    response.body = table;
   };
   ProviderSource source(settings("cache_seconds = 1"), Log(LogLevel::Error));
   const auto ask = [&](const std::string& ticker, Day today = kSunday) {
@@ -248,6 +252,14 @@ TEST_F(ProviderTest, AsksOnceForRequestsThatComeTogether) {
   status = 500;
   EXPECT_FALSE(ask("B") || ask("B"));
   EXPECT_THAT(server.targets, SizeIs(4));
+}
+
+TEST_F(ProviderTest, ForgetsTheOldestAnswerWhenItHasMany) {
+  ProviderSource source(settings(), Log(LogLevel::Error));
+  for (int i = 0; i < 37; ++i) {  // 1 to 3 are remembered, 0 is not
+    source.find("T" + std::to_string(i < 33 ? i : 36 - i), kSunday);
+  }
+  EXPECT_THAT(server.targets.at(33), HasSubstr("/T0?"));
 }
 
 TEST_F(ProviderTest, ComesBeforeTheDemonstrationMarket) {
@@ -270,39 +282,14 @@ TEST_F(ProviderTest, ShowsWhatIsWrongWithTheRepliesForOneSymbol) {
                                    "  line 3: Date \"***\" is not understood\nFrom 19-Nov-26 to "));
   EXPECT_THAT(out.str(), HasSubstr("The quote that a chart gets: \"GOOD\",2.00,\"11/19/2026\","));
   quote = kHeader + "2026-11-18,3,4,2,3.5,9\n";
-  for (const auto& [code, expected] : std::map<int, std::string>{
+  for (const auto& [code, expected] : std::map<int, const char*>{
            {200, "\nQuote: older than the table, not used\nFrom 19-Nov-26"},
            {404, "\nQuote: none, HTTP status 404: Date,Open"},
            {500, "\nNo prices: 127.0.0.1: GOOD: quote: HTTP status 500: Date,Open"}}) {
-    answer = [&](const auto& request, auto& response) {
-      response.status = request.path == "/quote" ? code : 200;
-      response.body = request.path == "/quote" ? quote : table;
-    };
+    quoteStatus = code;
     checkProvider(settings("quote_url = " + at("/quote?{symbol}")), "good", kSunday, out);
     EXPECT_THAT(out.str(), HasSubstr(expected));
   }
 }
 
-TEST_F(ProviderTest, ForgetsTheOldestAnswerWhenItHasMany) {
-  ProviderSource source(settings(), Log(LogLevel::Error));
-  for (int i = 0; i < 37; ++i) {  // 1 to 3 are remembered, 0 is not
-    source.find("T" + std::to_string(i < 33 ? i : 36 - i), kSunday);
-  }
-  EXPECT_THAT(server.targets.at(33), HasSubstr("/T0?"));
-}
-
-TEST_F(ProviderTest, GoesThroughTheProxyOfTheEnvironment) {
-  ProviderServer proxy(std::make_unique<httplib::Server>(), answer);
-  ::setenv("http_proxy", proxy.host.c_str(), 1);
-  EXPECT_THAT(found(settings("", "http://provider.example/{symbol}?{key}")), HasSubstr("2.00,"));
-  ::unsetenv("http_proxy");
-  EXPECT_THAT(proxy.targets.at(0), HasSubstr("http://provider.example/X%26Y?"));
-  status = 407;
-  ::setenv("https_proxy", proxy.host.c_str(), 1);
-  EXPECT_THAT(found(settings("", "https://provider.example/{symbol}?{key}")),
-              HasSubstr("provider.example: X&Y: table: the proxy answered 407"));
-  ::unsetenv("https_proxy");
-}
-
-}  // namespace
 }  // namespace quintara::quotes

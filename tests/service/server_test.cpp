@@ -4,14 +4,14 @@
 #include <gmock/gmock.h>
 
 #include <atomic>
-#include <future>
+#include <map>
 #include <thread>
 
+#include "service/day_forms.hpp"
 #include "service/file_handle.hpp"
 #include "temporary_folder.hpp"
 
 namespace quintara::quotes {
-namespace {
 
 using std::chrono::milliseconds;
 using testing::AllOf;
@@ -21,9 +21,21 @@ using testing::HasSubstr;
 using testing::StartsWith;
 using Clock = std::chrono::steady_clock;
 
-const std::string kTable =
-    "GET /table.csv?s=A+B&a=1&b=1&c=2026&d=12&e=31&f=2026&g=d HTTP/1.1\r\n\r\n";
-const std::string kQuote = "GET /d/quotes.csv?s=a+b&f=sl1d1t1c1ohgv&e=.csv HTTP/1.1\r\n\r\n";
+std::string tableOf(const std::string& ticker) {
+  return "GET /table.csv?s=" + ticker + "&a=1&b=1&c=1900&d=12&e=31&f=2099&g=d HTTP/1.1\r\n\r\n";
+}
+std::string quoteOf(const std::string& ticker) {
+  return "GET /d/quotes.csv?s=" + ticker + "&f=sl1d1t1c1ohgv&e=.csv HTTP/1.1\r\n\r\n";
+}
+
+// A price file in which every price of every day is the same.
+std::string daysAt(const std::string& price, Day first, int count) {
+  std::string rows = "Date,Open,High,Low,Close\n";
+  for (Day day = first; day < first + std::chrono::days{count}; day += std::chrono::days{1}) {
+    rows += momentText(day, "%Y-%m-%d,") + price + "," + price + "," + price + "," + price + "\n";
+  }
+  return rows;
+}
 
 // Clients that can misbehave: they send what they are told and read until the other side closes.
 FileHandle connected(int port) {
@@ -45,14 +57,17 @@ std::string receive(const FileHandle& client) {
   const auto got = ::recv(client.get(), reply.data(), reply.size(), MSG_WAITALL);
   return reply.substr(0, static_cast<std::size_t>(std::max<ssize_t>(got, 0)));
 }
+// The reply, which has to be as long as it says: a lost connection may cut it short.
 std::string exchange(int port, const std::string& request) {
   const FileHandle client = connected(port);
   send(client, request);
-  return receive(client);
+  const std::string reply = receive(client);
+  const auto length = std::to_string(reply.size() - reply.find("\r\n\r\n") - 4);
+  EXPECT_THAT(reply, HasSubstr("\r\nContent-Length: " + length + "\r\n")) << request;
+  return reply;
 }
 
-class ServerTest : public testing::Test {
- protected:
+struct ServerTest : testing::Test {
   ServerTest() {
     folder.write("A+B.csv", "Date,Open,High,Low,Close\n2026-11-19,1,2,1,2\n2026-11-20,2,3,2,3\n");
     server.start();
@@ -64,99 +79,77 @@ class ServerTest : public testing::Test {
                   EXPECT_EQ(line.find('\x1b'), line.npos) << "unescaped";
                 }};
   Server server{{0, 0, folder.path, [this] { return today; }, log}};
-  const Clock::time_point begin = Clock::now();
 };
 
 TEST_F(ServerTest, AnswersWhatIsForItAndSignsEveryReply) {
-  const std::string table = "/table.csv HTTP/1.1\r\n";
-  for (const auto& [request, status, end] : std::initializer_list<std::array<std::string, 3>>{
-           {kTable, "200",
-            "\r\n\r\nDate,Open,High,Low,Close,Volume\n19-Nov-26,1.00,2.00,1.00,2.00,0\n"},
-           {kQuote, "404"},  // that is for the other port
-           {"GET /table.csv?s=NONE&a=1&b=1&c=2026&d=1&e=1&f=2026&g=d HTTP/1.1\r\n\r\n", "404"},
-           {"GET " + table + "\r\n", "400"},
-           {"POST " + table + "Content-Length: 9999999999\r\n\r\nabc", "405"},
-           {"HEAD " + table + "\r\n", "405"},
-           {"GET " + table + "Host: rebound.example\r\n\r\n", "403"},
-           {"GET " + table + "Host: localhost\r\nHost: a.example\r\n\r\n", "403"},
-           {"GET " + table + "hOST: Localhost:1\r\n\r\n", "400"},
+  const std::string table = "GET /table.csv HTTP/1.1\r\n";
+  for (const auto& [request, status] : std::map<std::string, const char*>{
+           {tableOf("A+B"), "200"},
+           {quoteOf("A+B"), "404"},  // that is for the other port
+           {"POST /table.csv HTTP/1.1\r\nContent-Length: 9999999999\r\n\r\nabc", "405"},
+           {table + "Host: rebound.example\r\n\r\n", "403"},
+           {table + "Host: localhost\r\nHost: a.example\r\n\r\n", "403"},
+           {table + "Origin: null\r\n\r\n", "403"},
+           {table + "hOST: Localhost:1\r\n\r\n", "400"},
            {"GET /\x1b[2J HTTP/1.1\r\n\r\n", "404"},
-           {"GET / HTTP/1.1\r\nX: " + std::string(16'000, 'x') + "\r\n" + std::string(900, 'y'),
-            "400"},
+           {table + "X: " + std::string(16'000, 'x') + "\r\n" + std::string(900, 'y'), "400"},
            {"rubbish\r\n\r\n", "400"}}) {
     EXPECT_THAT(exchange(server.historyPort(), request),
-                AllOf(StartsWith("HTTP/1.1 " + status), EndsWith(end),
+                AllOf(StartsWith(std::string("HTTP/1.1 ") + status),
                       HasSubstr("\r\nServer: quintara-quotes/" QUINTARA_VERSION "\r\n")))
         << request;
   }
-  EXPECT_THAT(exchange(server.quotesPort(), kQuote), EndsWith(",2.00,3.00,2.00,0\r\n"));
+  EXPECT_THAT(exchange(server.quotesPort(), quoteOf("a+b")), EndsWith(",2.00,3.00,2.00,0\r\n"));
 }
 
 TEST_F(ServerTest, AThousandRequestsFromFiftyClientsLoseAndMixNothing) {
-  const auto replaceFile = [&](const std::string& price) {
-    std::string rows = "Date,Open,High,Low,Close\n";
-    for (int day = 0; day < 1000; ++day) {
-      rows += std::to_string(1990 + day / 28) + "-1-" + std::to_string(day % 28 + 1);
-      for (int column = 0; column < 4; ++column) rows += "," + price;
-      rows += "\n";
-    }
-    folder.write("new", rows);
+  const auto tableAt = [&](const std::string& price) {
+    folder.write("new", daysAt(price, *makeDay(1990, 1, 1), 1000));
     std::filesystem::rename(folder.path / "new", folder.path / "FRESH.csv");
+    return exchange(server.historyPort(), tableOf("fresh"));
   };
-  replaceFile("1");
+  const std::string tables[] = {tableAt("1"), tableAt("2")};
+  EXPECT_THAT(tables[1], EndsWith("\n1-Jan-90,2.00,2.00,2.00,2.00,0\n"));
   std::vector<FileHandle> silent;
   std::atomic<int> busy = 50;
   std::vector<std::jthread> clients;
   for (int client = 1; client <= 50; ++client) {
     silent.push_back(connected(server.historyPort()));
     clients.emplace_back([&, own = std::to_string(client)] {
-      const std::string price = "," + own;
-      folder.write("C" + own + ".csv",
-                   "Date,Open,High,Low,Close\n2026-11-20" + price + price + price + price);
-      const std::string quote =
-          "GET /d/quotes.csv?s=C" + own + "&f=sl1d1t1c1ohgv&e=.csv HTTP/1.1\r\n\r\n";
+      folder.write("C" + own + ".csv", daysAt(own, today, 1));
       for (int round = 0; round < 10; ++round) {
-        EXPECT_THAT(exchange(server.quotesPort(), quote), HasSubstr("\"C" + own + "\"" + price));
-        const std::string table =
-            exchange(server.historyPort(),
-                     "GET /table.csv?s=fresh&a=1&b=1&c=1990&d=1&e=1&f=2099&g=d HTTP/1.1\r\n\r\n");
-        EXPECT_THAT(table, AnyOf(EndsWith("\n1-Jan-90,1.00,1.00,1.00,1.00,0\n"),
-                                 EndsWith("\n1-Jan-90,2.00,2.00,2.00,2.00,0\n")));
-        EXPECT_NE(table.find(",1.00,") == table.npos, table.find(",2.00,") == table.npos);
+        EXPECT_THAT(exchange(server.quotesPort(), quoteOf("C" + own)),
+                    HasSubstr("\"C" + own + "\"," + own + ".00,"));
+        EXPECT_THAT(exchange(server.historyPort(), tableOf("fresh")), AnyOf(tables[0], tables[1]));
       }
       --busy;
     });
   }
-  for (int price = 2; busy > 0; price = 3 - price) {
-    replaceFile(std::to_string(price));
+  for (int price = 1; busy > 0; price = 3 - price) {
+    tableAt(std::to_string(price));
   }
 }
 
 TEST_F(ServerTest, CutsOffSilentAndTricklingClients) {
-  auto silent = std::async(std::launch::async, exchange, server.quotesPort(), "");
+  const auto begin = Clock::now();
+  const FileHandle silent = connected(server.historyPort());
   const FileHandle trickling = connected(server.quotesPort());
   for (int i = 0; i < 100 && send(trickling, "x"); ++i) {
     std::this_thread::sleep_for(milliseconds{100});
   }
   receive(trickling);
-  silent.get();
+  receive(silent);
   EXPECT_LT(Clock::now() - begin, milliseconds{8000});
 }
 
 TEST_F(ServerTest, StopsWithClientsConnectedAndStartsAgain) {
-  std::string days = "Date,Open,High,Low,Close\n";
-  for (int row = 0; row < 200 * 12 * 28; ++row) {
-    days += std::to_string(1900 + row / 336) + "-" + std::to_string(row / 28 % 12 + 1) + "-" +
-            std::to_string(row % 28 + 1) + ",900000000,900000000,900000000,900000000\n";
-  }
-  folder.write("LONG.csv", days);
+  folder.write("LONG.csv", daysAt("900000000", *makeDay(1900, 1, 1), 73'000));
   today = *makeDay(2099, 12, 31);
   const FileHandle idle = connected(server.historyPort());
   const FileHandle half = connected(server.quotesPort());
   send(half, "GET /d");
   const FileHandle slow = connected(server.historyPort());
-  // Leaves more unread than the sockets' buffers hold.
-  send(slow, "GET /table.csv?s=long&a=1&b=1&c=1900&d=1&e=1&f=2099&g=d HTTP/1.1\r\n\r\n");
+  send(slow, tableOf("long"));  // leaves more unread than the sockets' buffers hold
   std::this_thread::sleep_for(milliseconds{300});
   const auto stopping = Clock::now();
   server.stop();
@@ -164,8 +157,7 @@ TEST_F(ServerTest, StopsWithClientsConnectedAndStartsAgain) {
   EXPECT_EQ(receive(idle) + receive(half), "");
   EXPECT_FALSE(server.failed());
   server.start();
-  EXPECT_THAT(exchange(server.quotesPort(), kQuote), StartsWith("HTTP/1.1 200 "));
+  EXPECT_THAT(exchange(server.quotesPort(), quoteOf("A+B")), StartsWith("HTTP/1.1 200 "));
 }
 
-}  // namespace
 }  // namespace quintara::quotes
