@@ -83,11 +83,14 @@ struct ProviderTest : testing::Test {
 
   std::string logged, table = kHeader + "2026-11-19,1,2,1,2,7\n", quote;
   std::atomic<int> status = 200, quoteStatus = 200;
+  milliseconds delay{0};
   const Log log{LogLevel::Debug, [this](const std::string& line) { logged += line; }};
   httplib::Server::Handler answer = [this](const auto& request, auto& response) {
     const bool quoted = request.path == "/quote";
     response.status = quoted ? quoteStatus : status;
     response.body = quoted ? quote : table;
+    response.set_header("Location", at("/t"));  // counts for a redirect only
+    std::this_thread::sleep_for(delay);
   };
   ProviderServer server{new httplib::SSLServer(kCertificate.c_str(), kKeyFile.c_str()), answer};
 };
@@ -177,11 +180,6 @@ TEST_F(ProviderTest, FollowsFewRedirectsAndKeepsTheKeyFromOthers) {
 }
 
 TEST_F(ProviderTest, GoesThroughTheProxyAndNotFromFarAwayToThisComputer) {
-  answer = [this](const auto&, auto& response) {
-    response.status = status;
-    response.body = table;
-    response.set_header("Location", at("/"));
-  };
   ProviderServer proxy(new httplib::Server, answer);
   ::setenv("http_proxy", proxy.host.c_str(), 1);
   ::setenv("https_proxy", proxy.host.c_str(), 1);
@@ -232,11 +230,7 @@ TEST_F(ProviderTest, TrustsNobodyWithoutACertificateAndWaitsForNobodyForever) {
 }
 
 TEST_F(ProviderTest, AsksOnceForRequestsThatComeTogether) {
-  answer = [&](const auto&, auto& response) {
-    std::this_thread::sleep_for(milliseconds{200});
-    response.status = status;
-    response.body = table;
-  };
+  delay = milliseconds{200};
   ProviderSource source(settings("cache_seconds = 1"), Log(LogLevel::Error));
   const auto ask = [&](const std::string& ticker, Day today = kSunday) {
     return std::holds_alternative<DailyBars>(source.find(ticker, today));

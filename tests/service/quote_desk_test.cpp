@@ -1,16 +1,18 @@
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <map>
 
+#include "service/demo_market.hpp"
 #include "service/price_folder.hpp"
+#include "service/replies.hpp"
 #include "service/request.hpp"
 #include "service/server.hpp"
 #include "service/text.hpp"
 #include "temporary_folder.hpp"
 
 namespace quintara::quotes {
-namespace {
 
 using testing::HasSubstr;
 
@@ -18,8 +20,7 @@ const std::string kHeader = "Date,Open,High,Low,Close,Volume\n";
 const std::string kOne = kHeader + "2026-09-27,10,12,9,11,100\n";
 
 // A desk with the trader's folder and the demonstration market.
-class QuoteDeskTest : public testing::Test {
- protected:
+struct QuoteDeskTest : testing::Test {
   // The reply, or status and reason of the refusal. The target begins with t or q.
   std::string reply(const char* date, const std::string& target) {
     today = *parseDay(date);
@@ -33,9 +34,8 @@ class QuoteDeskTest : public testing::Test {
   TemporaryFolder folder;
   std::string logged;
   Day today{};
-  const ServerSettings settings{
-      0, 0, folder.path, [this] { return today; },
-      Log(LogLevel::Warning, [this](const std::string& line) { logged += line; })};
+  const Log log{LogLevel::Warning, [this](const std::string& line) { logged += line; }};
+  const ServerSettings settings{0, 0, folder.path, [this] { return today; }, log};
   const QuoteDesk desk{standardSources(settings, {}), settings.today};
 };
 
@@ -46,34 +46,27 @@ TEST_F(QuoteDeskTest, AnswersWithTheBarsOfTheDatesAskedFor) {
                               "2026-10-01,13,15,12,14,100\n2026-10-05,14,16,13,15,100\n"
                               "2026-10-06,15,17,14,16,100\n");
   const std::string year = "t?s=a+b&a=1&b=1&c=2026&d=12&e=31&f=2026&g=";
-  const std::string before30 =
-      "28-Sep-26,11.00,14.00,11.00,12.00,100\n27-Sep-26,10.00,12.00,9.00,11.00,100\n";
-  const std::string since30 =
+  const std::string sunday = "27-Sep-26,10.00,12.00,9.00,11.00,100\n";
+  const std::string from30 =
       "1-Oct-26,13.00,15.00,12.00,14.00,100\n30-Sep-26,12.00,13.00,8.00,13.00,100\n";
   const struct {
     const char* today;
     std::string target, expected;
   } cases[] = {
       // A bar of today is the quote; what comes after today is not known yet.
-      {"2026-10-05", year + "d", since30 + before30},
+      {"2026-10-05", year + "d", from30 + "28-Sep-26,11.00,14.00,11.00,12.00,100\n" + sunday},
       // The first and the last date count.
       {"2026-10-07", "t?s=A%2Bb&a=9&b=30&c=2026&d=10&e=5&f=2026&g=d&x=.csv",
-       "5-Oct-26,14.00,16.00,13.00,15.00,100\n" + since30},
-      {"2026-10-07", "t?s=A+B&a=10&b=2&c=2026&d=10&e=4&f=2026&g=d", ""},
+       "5-Oct-26,14.00,16.00,13.00,15.00,100\n" + from30},
       // Today counts in its week and month; bars begin within the dates and end with them.
       {"2026-10-06", year + "w",
-       "5-Oct-26,14.00,17.00,13.00,16.00,200\n28-Sep-26,11.00,15.00,8.00,14.00,300\n"
-       "27-Sep-26,10.00,12.00,9.00,11.00,100\n"},
-      {"2026-10-05", "t?s=A+B&a=9&b=29&c=2026&d=10&e=31&f=2026&g=w",
-       "5-Oct-26,14.00,16.00,13.00,15.00,100\n"},
-      {"2026-10-06", "t?s=A+B&a=9&b=1&c=2026&d=10&e=5&f=2026&g=m",
-       "1-Oct-26,13.00,16.00,12.00,15.00,200\n27-Sep-26,10.00,14.00,8.00,13.00,300\n"},
+       "5-Oct-26,14.00,17.00,13.00,16.00,200\n28-Sep-26,11.00,15.00,8.00,14.00,300\n" + sunday},
+      {"2026-10-06", "t?s=A+B&a=9&b=28&c=2026&d=10&e=5&f=2026&g=m",
+       "1-Oct-26,13.00,16.00,12.00,15.00,200\n"},
       // The quote is today's bar or the latest close.
       {"2026-10-06", "q?s=a%2bb&f=sl1d1t1c1ohgv&e=.csv",
        "\"A+B\",16.00,\"10/6/2026\",\"4:00pm\",+1.00,15.00,17.00,14.00,100\r\n"},
       {"2026-10-10", "q?s=A+B", "\"A+B\",16.00,\"10/6/2026\",\"4:00pm\",+1.00,N/A,N/A,N/A,N/A\r\n"},
-      {"2026-09-27", "q?s=A+B",
-       "\"A+B\",11.00,\"9/27/2026\",\"4:00pm\",N/A,10.00,12.00,9.00,100\r\n"},
       {"2026-09-24", "q?s=A+B", "404 no prices for A+B until today"},
   };
   for (const auto& c : cases) {
@@ -90,9 +83,8 @@ TEST_F(QuoteDeskTest, RefusalsSayWhy) {
            {"t?s=A%2" + rest, "404 no prices for A%2"},
            {"t?s=A%00%0AB" + rest, "404 no prices for A\\x00\\x0aB"},
            {"t?s=demo" + rest, "404 own prices in DEMO.csv: no usable line"},
-           {"t?s=DOWN&a=2&b=30&c=2026&d=10&e=31&f=2026&g=d",
-            "400 the start date (a, b, c: month, "},
-           {"t?s=DOWN&a=265&b=257&c=2026&d=10&e=31&f=2026", "400 the start date (a, b, c: month, "},
+           {"t?s=DOWN&a=2&b=30&c=2026&d=10&e=31&f=2026&g=d", "400 the start date (a, b, c: mon"},
+           {"t?s=DOWN&a=265&b=257&c=2026&d=10&e=31&f=2026", "400 the start date (a, b, c: month"},
            {"t?s=DOWN&a=9&b=1&c=2026&d=10&e=31&f=&g=d", "400 the end date (d, e, f: month, day, "},
            {"t?s=DOWN&a=11&b=1&c=2026&d=10&e=31&f=2026&g=d", "400 the start date is after the end"},
            {"t?s=DOWN&a=9&b=1&c=2026&d=10&e=31&f=2026", "400 the interval (g) is not one of d, w"},
@@ -106,17 +98,15 @@ TEST_F(QuoteDeskTest, ReadsOnlyRegularFilesOfItsOwnFolder) {
   outside.write("S.csv", kOne);
   std::filesystem::create_symlink(outside.path / "S.csv", folder.path / "LINK.csv");
   ::mkfifo((folder.path / "PIPE.csv").c_str(), 0600);
-  std::filesystem::create_directory(folder.path / "FOLDER.csv");
   folder.write("LARGE.csv", kHeader);
   std::filesystem::resize_file(folder.path / "LARGE.csv", 33'600'000);
-  for (const char* name : {"LINK.csv: a link", "PIPE.csv: not a regular", "FOLDER.csv: not a reg",
-                           "LARGE.csv: larger than 32 MB"}) {
-    const std::string ticker = std::string(name).substr(0, std::string(name).find('.'));
-    EXPECT_THAT(reply("2026-10-06", "q?s=" + ticker), HasSubstr(name));
+  for (const std::string name :
+       {"LINK.csv: a link", "PIPE.csv: not a regular", "LARGE.csv: larger than 32 MB"}) {
+    EXPECT_THAT(reply("2026-10-06", "q?s=" + name.substr(0, name.find('.'))), HasSubstr(name));
     EXPECT_THAT(logged, HasSubstr(name));
   }
   const std::string name = "../" + outside.path.filename().string() + "/S";
-  PriceFolder source(folder.path, settings.log);
+  PriceFolder source(folder.path, log);
   EXPECT_TRUE(std::holds_alternative<NotFound>(source.find(name, Day{})));
 }
 
@@ -130,5 +120,47 @@ TEST_F(QuoteDeskTest, FindsFilesInAnyCaseAndSeesTheirChanges) {
   EXPECT_EQ(logged, "quintara-quotes: warning: Brk.b.Csv: bad lines left out: 1\n");
 }
 
-}  // namespace
+DailyBars simulated(const char* ticker, Day today) {
+  return std::get<DailyBars>(DemoMarket().find(ticker, today));
+}
+
+// Another machine, compiler or day has to come to the same prices.
+TEST(DemoMarket, APriceDependsOnTickerAndDateAlone) {
+  const Day today = *makeDay(2026, 11, 20);
+  std::string rows;
+  for (const char* ticker : {"DEMO", "DOWN", "RANGE", "PENNY", "INDEX"}) {
+    DailyBars bars = simulated(ticker, today + std::chrono::days{3000});
+    EXPECT_LE(bars.front().date, *makeDay(2024, 2, 7));
+    std::erase_if(bars, [today](const DailyBar& bar) { return bar.date > today; });
+    EXPECT_EQ(bars.back(), simulated(ticker, today).back());
+    rows += tableText(bars, today).substr(kHeader.size());
+  }
+  EXPECT_EQ(rows,
+            "20-Nov-26,85.24,85.27,84.42,84.77,2375500\n"
+            "20-Nov-26,2212.93,2218.07,2173.33,2179.23,2990800\n"
+            "20-Nov-26,44.07,44.09,43.69,43.81,1295100\n"
+            "20-Nov-26,0.2584,0.2691,0.2556,0.2637,27608700\n"
+            "20-Nov-26,19999.94,20038.78,19894.06,20009.60,110879400\n");
+}
+
+TEST(DemoMarket, EveryTickerKeepsItsCharacterThrough2099) {
+  // The trend of any two years, and the lowest and the highest price in cents.
+  for (const auto& [ticker, trend, lowest, highest] : {std::tuple{"DEMO", 1, 500, 20'000'000},
+                                                       {"DOWN", -1, 100, 2'500'000},
+                                                       {"RANGE", 0, 3'400, 4'700},
+                                                       {"PENNY", 0, 10, 99},
+                                                       {"INDEX", 0, 1'000'100, 4'500'000}}) {
+    for (int year = 2010; year < 2109; year += 9) {  // of eleven each: no two years are left out
+      const DailyBars bars = simulated(ticker, *makeDay(std::min(year, 2099), 12, 31));
+      for (std::size_t i = 0; i < bars.size(); ++i) {
+        const auto& [date, open, high, low, close, volume] = bars[i];
+        ASSERT_TRUE(lowest * 100 <= low && low <= std::min(open, close) &&
+                    std::max(open, close) <= high && high <= highest * 100 && volume > 0)
+            << ticker << tableDate(date);
+        ASSERT_GE(i < 522 ? 0 : (close - bars[i - 522].close) * trend, 0) << ticker << year;
+      }
+    }
+  }
+}
+
 }  // namespace quintara::quotes

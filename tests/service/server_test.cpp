@@ -14,8 +14,6 @@
 namespace quintara::quotes {
 
 using std::chrono::milliseconds;
-using testing::AllOf;
-using testing::AnyOf;
 using testing::EndsWith;
 using testing::HasSubstr;
 using testing::StartsWith;
@@ -42,11 +40,10 @@ FileHandle connected(int port) {
   FileHandle client(::socket(AF_INET, SOCK_STREAM, 0));
   const int small = 4096;  // so that a long reply waits for its reader
   ::setsockopt(client.get(), SOL_SOCKET, SO_RCVBUF, &small, sizeof small);
-  sockaddr_in address{};
-  address.sin_family = AF_INET;
-  address.sin_port = htons(static_cast<std::uint16_t>(port));
-  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  EXPECT_EQ(::connect(client.get(), reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
+  const auto bigEndian = htons(static_cast<std::uint16_t>(port));
+  const sockaddr_in address{AF_INET, bigEndian, {htonl(INADDR_LOOPBACK)}, {}};
+  EXPECT_EQ(::connect(client.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address),
+            0);
   return client;
 }
 bool send(const FileHandle& client, const std::string& text) {
@@ -95,8 +92,8 @@ TEST_F(ServerTest, AnswersWhatIsForItAndSignsEveryReply) {
            {table + "X: " + std::string(16'000, 'x') + "\r\n" + std::string(900, 'y'), "400"},
            {"rubbish\r\n\r\n", "400"}}) {
     EXPECT_THAT(exchange(server.historyPort(), request),
-                AllOf(StartsWith(std::string("HTTP/1.1 ") + status),
-                      HasSubstr("\r\nServer: quintara-quotes/" QUINTARA_VERSION "\r\n")))
+                testing::AllOf(StartsWith(std::string("HTTP/1.1 ") + status),
+                               HasSubstr("\r\nServer: quintara-quotes/" QUINTARA_VERSION "\r\n")))
         << request;
   }
   EXPECT_THAT(exchange(server.quotesPort(), quoteOf("a+b")), EndsWith(",2.00,3.00,2.00,0\r\n"));
@@ -120,7 +117,8 @@ TEST_F(ServerTest, AThousandRequestsFromFiftyClientsLoseAndMixNothing) {
       for (int round = 0; round < 10; ++round) {
         EXPECT_THAT(exchange(server.quotesPort(), quoteOf("C" + own)),
                     HasSubstr("\"C" + own + "\"," + own + ".00,"));
-        EXPECT_THAT(exchange(server.historyPort(), tableOf("fresh")), AnyOf(tables[0], tables[1]));
+        EXPECT_THAT(exchange(server.historyPort(), tableOf("fresh")),
+                    testing::AnyOf(tables[0], tables[1]));
       }
       --busy;
     });

