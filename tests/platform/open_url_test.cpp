@@ -28,17 +28,11 @@ TEST_F(OpenUrlTest, TooManyRedirectsTooLongABodyAndWhatCannotBeAskedForAreFailed
 TEST_F(OpenUrlTest, TheTargetIsSentAsItStandsButForWhatHttpForbidsAndThroughNoProxy) {
   const std::string content = std::string("a\0b", 3) + std::string(97, 'x');
   LoopbackServer server("HTTP/1.1 200 OK\r\n\r\n" + content);
-  const std::pair<std::string, std::string> cases[] = {
-      {"/d/quotes.csv?s=^GSPC&f=sl1", "/d/quotes.csv?s=^GSPC&f=sl1"},
-      {"/t?s=a b#c\x01\x7F\xC3\x84%41%zz+\"<|>", "/t?s=a%20b%23c%01%7F%C3%84%41%zz+\"<|>"},
-      {"/a/../b/./c?", "/a/../b/./c?"},
-  };
   qputenv("http_proxy", "http://127.0.0.1:1");
-  for (const auto& [asked, sent] : cases) {
-    EXPECT_EQ(failureOf(server.url(asked)), std::nullopt);
-    EXPECT_EQ(body, content);
-    EXPECT_EQ(server.targets.back(), sent);
-  }
+  const auto url = server.url("/a/../b/./t?s=^G b#c\x01\x7F\xC3\x84%41%zz+\"<|>");
+  EXPECT_EQ(failureOf(url), std::nullopt);
+  EXPECT_EQ(body, content);
+  EXPECT_EQ(server.targets.back(), "/a/../b/./t?s=^G%20b%23c%01%7F%C3%84%41%zz+\"<|>");
   qunsetenv("http_proxy");
 }
 
