@@ -40,7 +40,6 @@ class Label : public Control {
   [[nodiscard]] virtual std::string Caption() const = 0;
   virtual void setCaption(std::string_view text) = 0;
   [[nodiscard]] virtual Colour ForeColor() const = 0;
-  virtual void setForeColor(Colour colour) = 0;
 };
 
 class TextBox : public Control {
@@ -61,7 +60,6 @@ class ComboBox : public Control {
   /// Throws SubscriptOutOfRange for a position that is not in the list.
   void setListIndex(std::int16_t index);
   virtual void setEnabled(bool enabled) = 0;
-  [[nodiscard]] virtual bool Enabled() const = 0;
 
   Handler Click;
 
@@ -101,11 +99,8 @@ class Button : public Control {
 
 class Frame : public Control {};
 
-/// Holds a picture by its name in the program's art.
-class Image : public Control {
- public:
-  [[nodiscard]] virtual std::string Picture() const = 0;
-};
+/// Stands for a picture of the program's art, which others show by its name.
+class Image : public Control {};
 
 /// A picture box: retained drawing surface, container of labels, source of mouse events.
 class PictureBox : public Control, public DrawingSurface {

@@ -25,7 +25,6 @@ class Screen {
   [[nodiscard]] virtual float Height() const = 0;
   /// In force over every window until set again.
   virtual void setMousePointer(std::int16_t pointer) = 0;
-  [[nodiscard]] virtual std::int16_t MousePointer() const = 0;
   /// The picture for kPicturePointer, by its name in the program's art.
   virtual void setMouseIcon(std::string_view picture) = 0;
 };

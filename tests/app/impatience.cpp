@@ -34,7 +34,7 @@ class Trader {
     if (ended && !RealProgram::shown("lblLow").empty()) fail("ended over a readout");
   }
   [[nodiscard]] int left() const { return left_; }
-  int charts = 0, whileWaiting = 0;
+  int whileWaiting = 0;
 
  private:
   int below(int limit) { return static_cast<int>(random_() % static_cast<unsigned>(limit)); }
@@ -94,7 +94,6 @@ class Trader {
     const Qt::MouseButton button = kButtons[below(3)];
     switch (below(12)) {
       case 0:
-        ++charts;
         return RealProgram::click("cmdChart");
       case 1:
         return serveAnything();
@@ -149,7 +148,7 @@ int run(const QStringList& arguments) {
     const int done = 4 * (actions - trader.left()) / actions;
     if (done > static_cast<int>(resident.size())) resident.push_back(memoryKilobytes("VmRSS:"));
   }
-  std::printf("%d charts, %d actions during waits\n", trader.charts, trader.whileWaiting);
+  std::printf("%d actions during waits\n", trader.whileWaiting);
   for (const std::size_t kilobytes : resident) std::printf("resident: %zu KB\n", kilobytes);
   return resident.back() < resident.front() + kMostGrowthKilobytes ? 0 : 1;
 }

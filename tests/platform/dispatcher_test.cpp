@@ -6,7 +6,7 @@
 #include <QMessageBox>
 #include <sstream>
 
-#include "support/qt/loopback_server.hpp"
+#include "support/faulty_server.hpp"
 #include "support/qt/window_test.hpp"
 
 namespace quintara::test {
@@ -19,6 +19,7 @@ struct BusyTest : WindowTest {
     add<TextBox>(ControlKind::TextBox, "txt", {0, 40, 60, 20});
     window->MouseMove = [this](const MouseEvent& event) { log << "move" << event.X / 15 << ' '; };
     window->Resize = [this] { log << "resize" << window->ScaleWidth() / 15 << ' '; };
+    server.serve("HTTP/1.1 200 OK\r\nContent-Length: 4\r\n\r\nbody");
     server.setSilent(true);
     show();
   }
@@ -32,7 +33,7 @@ struct BusyTest : WindowTest {
     }
     log << "] ";
   }
-  LoopbackServer server{"HTTP/1.1 200 OK\r\nContent-Length: 4\r\n\r\nbody"};
+  FaultyServer server;
   std::function<void()> meanwhile;
   std::ostringstream log;
 };

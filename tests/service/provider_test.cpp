@@ -123,14 +123,11 @@ TEST_F(ProviderTest, PutsTheQuoteOnTheTableAndTellsAbsentPricesFromUselessReplie
       {" \r\n", "not found, an empty reply"},
       {kHeader, "not found, an empty table: Date,Open,"},
       {R"({"X&Y":[],"note":"limit"})", "table: not prices, no rows but a message: {", rows},
-      {message, "nothing at /X&Y", rows},
       {message, "not found, ", rows + "unknown_symbol = limit"},
-      {"No such: X", "not found, HTTP status 400: No such", "unknown_symbol = No such", 400},
       {"{\"note\":\n \"" + kKey + " used up\"}", "Close: {\"note\": \"*** used up\"}"},
       {kHeader + kKey + ",1,1,1,1\n", "1 bad ones, line 2: Date \"***\""},
       {upperCase(kKey) + " bad", "the key or the plan does not allow this: *** bad", "", 403},
       {std::string(190, '.') + kKey + " " + std::string(400, '.'), ".*** ....", "", 400},
-      {"a\x1b[2J", "HTTP status 502: a\\x1b[2J", "", 502},
       {std::string(8'400'000, ' '), "the reply is larger than 8 MB"},
       {kHeader + "11/19/2026,3,4,2,3.5,9\n", R"(3.50,"11/19/2026","4:00pm",N/A,3.00)", withQuote},
       {kHeader + "2026-11-20,N/A,N/A,N/A,3.5,0\n", close, withQuote},
@@ -196,13 +193,6 @@ TEST_F(ProviderTest, GoesThroughTheProxyAndNotFromFarAwayToThisComputer) {
   EXPECT_THAT(proxy.targets.at(0), HasSubstr("http://provider.example/X%26Y?"));
 }
 
-TEST_F(ProviderTest, LeavesItsOwnWordsAsTheyAreWhateverTheKey) {
-  ::setenv("PRICE_KEY", "e", 1);
-  table = "seen";
-  status = 429;
-  EXPECT_THAT(found(settings()), HasSubstr("429, too many requests or a quota used up: s******n"));
-}
-
 TEST_F(ProviderTest, TrustsNobodyWithoutACertificateAndWaitsForNobodyForever) {
   const std::string byName = "https://localhost" + server.host.substr(server.host.find(':'));
   const std::string noCertificate = "url = " + at("/{symbol}\nca_file = ") + kKeyFile;
@@ -246,14 +236,6 @@ TEST_F(ProviderTest, AsksOnceForRequestsThatComeTogether) {
   status = 500;
   EXPECT_FALSE(ask("B") || ask("B"));
   EXPECT_THAT(server.targets, SizeIs(4));
-}
-
-TEST_F(ProviderTest, ForgetsTheOldestAnswerWhenItHasMany) {
-  ProviderSource source(settings(), Log(LogLevel::Error));
-  for (int i = 0; i < 37; ++i) {  // 1 to 3 are remembered, 0 is not
-    source.find("T" + std::to_string(i < 33 ? i : 36 - i), kSunday);
-  }
-  EXPECT_THAT(server.targets.at(33), HasSubstr("/T0?"));
 }
 
 TEST_F(ProviderTest, ComesBeforeTheDemonstrationMarket) {

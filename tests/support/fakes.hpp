@@ -24,7 +24,6 @@ struct FakeLabel : Label {
   [[nodiscard]] std::string Caption() const override { return caption; }
   void setCaption(std::string_view text) override { caption = text; }
   [[nodiscard]] Colour ForeColor() const override { return foreColor; }
-  void setForeColor(Colour colour) override { foreColor = colour; }
   std::string caption;
   Colour foreColor;
 };
@@ -37,16 +36,12 @@ struct FakeTextBox : TextBox {
 };
 struct FakeComboBox : ComboBox {
   void setEnabled(bool value) override { enabled = value; }
-  [[nodiscard]] bool Enabled() const override { return enabled; }
   void showNewItem(std::string_view) override {}
   void showIndex(std::int16_t) override {}
   bool enabled = true;
 };
 struct FakeCheckBox : CheckBox {
   void showValue(std::int16_t) override {}
-};
-struct FakeImage : Image {
-  [[nodiscard]] std::string Picture() const override { return ""; }
 };
 struct FakePictureBox : Recording<PictureBox> {
   [[nodiscard]] float Left() const override { return 4800; }
@@ -82,7 +77,7 @@ struct FakeWindow : Window {
     constexpr std::unique_ptr<Control> (*kMakers[])() = {
         make<FakeLabel>,    make<FakeTextBox>,   make<FakeComboBox>, make<FakeCheckBox>,
         make<FakeCheckBox>, make<Button>,        make<Button>,       make<Frame>,
-        make<FakeImage>,    make<FakePictureBox>};
+        make<Image>,        make<FakePictureBox>};
     auto made = kMakers[static_cast<std::size_t>(control.kind)]();
     if (auto* label = dynamic_cast<FakeLabel*>(made.get())) label->foreColor = control.foreColor;
     return made;
@@ -101,7 +96,6 @@ struct FakePlatform : Toolkit, Screen, MessageBox, HttpClient, LocaleQuery, Cloc
   [[nodiscard]] float Width() const override { return 19200; }
   [[nodiscard]] float Height() const override { return 10800; }
   void setMousePointer(std::int16_t value) override { pointer = value; }
-  [[nodiscard]] std::int16_t MousePointer() const override { return pointer; }
   void setMouseIcon(std::string_view) override {}
   void MsgBox(const std::string& prompt, MsgStyle style, const std::string& title) override {
     log.push_back(std::to_string(static_cast<int>(style)) + " " + title + ": " + prompt);

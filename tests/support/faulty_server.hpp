@@ -46,6 +46,11 @@ class FaultyServer {
   }
 
   [[nodiscard]] std::string host() const { return "127.0.0.1:" + std::to_string(port_); }
+  [[nodiscard]] std::string url(const std::string& target) const {
+    return "http://" + host() + target;
+  }
+  /// The same bytes for every request.
+  void serve(const std::string& reply) { serve({reply}, {reply}); }
   /// For a table without bytes nobody listens at all.
   void serve(const Reply& table, const Reply& quote) {
     there([&] {

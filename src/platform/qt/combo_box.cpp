@@ -34,7 +34,6 @@ class QtComboBox final : public ComboBox {
     });
   }
   void setEnabled(bool enabled) override { widget_.setEnabled(enabled); }
-  [[nodiscard]] bool Enabled() const override { return widget_.isEnabled(); }
 
  protected:
   void showNewItem(std::string_view text) override {

@@ -130,7 +130,6 @@ class QtLabel final : public Label {
   [[nodiscard]] Colour ForeColor() const override {
     return fromQt(widget_.palette().color(QPalette::WindowText));
   }
-  void setForeColor(Colour colour) override { widget_.setTextColour(toQt(colour)); }
 
  private:
   LabelWidget& widget_;

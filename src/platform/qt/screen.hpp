@@ -11,7 +11,6 @@ class QtScreen final : public Screen {
   [[nodiscard]] float Width() const override;
   [[nodiscard]] float Height() const override;
   void setMousePointer(std::int16_t pointer) override;
-  [[nodiscard]] std::int16_t MousePointer() const override { return pointer_; }
   void setMouseIcon(std::string_view picture) override;
 
  private:

@@ -41,19 +41,13 @@ TEST(RasterTest, DrawsTheNearestDevicePixels) {
   const std::tuple<const char*, int, int, double, BoxMode, DrawStyle, Ends, const char*> cases[] = {
       {"1.25", 4, 2, 1.25, N, Solid, {1.4F, .6F, 2.6F, 1.1F}, ".....|..##.|.....|"},
       {"outline", 5, 4, 1, B, Solid, {4, 3, 1, 0}, ".####|.#..#|.#..#|.####|"},
-      {"outline cut left", 3, 3, 1, B, Solid, {-15, 1, 1, 8}, "...|##.|.#.|"},
-      {"outline cut right", 3, 4, 1, B, Solid, {1, 1, 32, 8}, "...|.##|.#.|.#.|"},
       {"2 outline", 3, 3, 2, B, Solid, {0, 0, 2, 2}, "######|######|##..##|##..##|######|######|"},
-      {"2 slope", 3, 2, 2, N, Solid, {0, 0, 2, 1}, "#.....|###...|.#####|...###|"},
       {"dots on the grid", 8, 1, 1, N, Dot, {1, 0, 7, 0}, "...#..#.|"},
-      {"dots down", 1, 7, 1, N, Dot, {0, 1, 0, 1e9F}, ".|.|.|#|.|.|#|"},
       {"far", 12, 1, 1.6, N, Dash, {-9e9F, 0, 9e9F, 0}, "############......#|############......#|"},
       {"dashed outline", 9, 3, 1, B, Dash, {0, 0, 7, 2}, "######.#.|#......#.|######.#.|"},
       {"filled has no pattern", 4, 1, 1, BF, Dot, {0, 0, 2, 0}, "###.|"},
       {"last end far", 3, 3, 1, N, Solid, {0, 0, 1e31F, 3e31F}, "#..|#..|.#.|"},
-      {"first end far", 3, 3, 1, N, Solid, {-1e31F, -1.2e31F, 1, 1}, "#..|.#.|...|"},
       {"shallow cut", 6, 3, 1, N, Dot, {-9, -1, 16, 4}, "......|#..#..|......|"},
-      {"steep cut", 3, 6, 1, N, Solid, {4, 16, -1, -9}, ".#.|.#.|.#.|.#.|..#|..#|"},
       {"not a number", 3, 1, 1, BF, Solid, {NAN, 0, 2, 0}, "...|"},
   };
   for (const auto& [name, width, height, ratio, mode, style, ends, expected] : cases) {
@@ -102,10 +96,6 @@ TEST(RasterTest, AResizeKeepsPictureCornerAndUnitSizeAndAScaleMayHaveNoExtent) {
   box.raster.Scale(4, 7, 0, 7);
   box.raster.Line(3, 6, 1, 1e38F, kGreen);
   EXPECT_EQ(box.picture(), ".###|....|....|");
-  box.raster.resize(0, 3, 1);
-  box.raster.Scale(0, 7, 0, 7);
-  box.raster.Line(3, 6, 1, 8, kGreen);
-  EXPECT_EQ(box.raster.Point(0, 7), -1);
 }
 
 TEST(RasterTest, TextRunsRightwardsAndMovesToTheNextLine) {
@@ -121,12 +111,9 @@ TEST(RasterTest, TextRunsRightwardsAndMovesToTheNextLine) {
             "........|########|...#..#.|........|........|........|........|....##..|....#...|");
   EXPECT_EQ(box.pixel(4, 1), 0xFFFF3333U);  // a fifth of white over red
   EXPECT_EQ(box.glyphs.asked, U"A");        // a plain character is asked for once
-}
-
-TEST(RasterTest, BytesThatAreNoCharacterBecomeReplacements) {
-  Box box(200, 5);
-  box.raster.Print("\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80|\xE2\x82|\xC1\x81|\xED\xA0\x80|\xC3");
-  EXPECT_EQ(box.glyphs.asked,
+  Box bytes(200, 5);
+  bytes.raster.Print("\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80|\xE2\x82|\xC1\x81|\xED\xA0\x80|\xC3");
+  EXPECT_EQ(bytes.glyphs.asked,
             U"\u00E9\u20AC\U0001F600|\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD");
 }
 
