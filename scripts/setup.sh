@@ -13,6 +13,7 @@ packages=(
   libcurl4-openssl-dev libcpp-httplib-dev nlohmann-json3-dev
   fonts-liberation             # the sans font the layout is drawn for
   fonts-dejavu-core            # what plain sans means to the help viewer
+  ca-certificates              # whom the service trusts when it asks a provider
   curl util-linux              # the launcher: is the service there, locks
 )
 if [ "${1:-run}" = test ]; then

@@ -144,8 +144,10 @@ std::string Exchange::problemOf(CURLcode code) const {
   if (tooLarge_) {
     return "the reply is larger than 8 MB";
   }
-  if (code == CURLE_SSL_CACERT_BADFILE && ownAuthorities_) {
-    return "there are no certificates that can be used in the file that ca_file names";
+  if (code == CURLE_SSL_CACERT_BADFILE) {
+    return ownAuthorities_
+               ? "there are no certificates that can be used in the file that ca_file names"
+               : "this computer trusts no authority; Debian's package ca-certificates is missing";
   }
   long proxyStatus = 0;
   curl_easy_getinfo(easy_.get(), CURLINFO_HTTP_CONNECTCODE, &proxyStatus);
