@@ -101,6 +101,13 @@ TEST_F(Viewer, FollowsLinksWithinTheBookOnly) {
   EXPECT_TRUE(page().toPlainText().contains("lost.html is missing"));
 }
 
+TEST_F(Viewer, FindsTextRoundTheEndsOfThePage) {
+  for (int time = 0; time < 2; ++time)  // it stands there once
+    EXPECT_TRUE(page().findText("readout", false));
+  EXPECT_TRUE(page().findText("Internet", true));
+  EXPECT_FALSE(page().findText("no such words", false));
+}
+
 TEST(SingleViewer, ALaterLaunchForTheSameFileRingsTheFirstAlsoOverASocketLeftByACrash) {
   const QTemporaryDir folder;
   const QString file = "/a/Helpfile.hlp";
