@@ -102,9 +102,16 @@ TEST_F(QuoteDeskTest, ReadsOnlyRegularFilesOfItsOwnFolder) {
     EXPECT_THAT(reply("2026-10-06", "q?s=" + name.substr(0, name.find('.'))), HasSubstr(name));
     EXPECT_THAT(logged, HasSubstr(name));
   }
-  const std::string name = "../" + outside.path.filename().string() + "/S";
+  const std::string name = outside.path.filename().string();
+  for (const std::string& way :
+       {"../" + name + "/S", "..%2f" + name + "%2FS", "%2e%2E/" + name + "/S",
+        "%252e%252e%252f" + name + "%252fS", "..%5c" + name + "%5cS", "X/../../" + name + "/S",
+        outside.path.string() + "/S", "../" + name + "/S%00", std::string("/dev/zero%00")}) {
+    EXPECT_THAT(reply("2026-10-06", "q?s=" + way), testing::StartsWith("404 no prices for "))
+        << way;
+  }
   PriceFolder source(folder.path, log);
-  EXPECT_TRUE(std::holds_alternative<NotFound>(source.find(name, Day{})));
+  EXPECT_TRUE(std::holds_alternative<NotFound>(source.find("../" + name + "/S", Day{})));
 }
 
 TEST_F(QuoteDeskTest, FindsFilesInAnyCaseAndSeesTheirChanges) {
