@@ -29,7 +29,8 @@ check() {  # check WHAT COMMAND...: holds now or within ten seconds
   cat "$work/log"
   exit 1
 }
-gone() { ! kill -0 "$1"; }
+# Also one that nobody has waited for yet: not every container's first process does.
+gone() { ! kill -0 "$1" || grep -q "^State:.Z" "/proc/$1/status"; }
 up() { listening "$history" && listening "$quotes"; }
 down() { ! listening "$history" && ! listening "$quotes"; }
 background() { "$@" 2>>"$work/log" & started+=("$!"); }
