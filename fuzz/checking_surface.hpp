@@ -29,7 +29,7 @@ class CheckingSurface : public DrawingSurface {
   [[nodiscard]] float ScaleHeight() const override { return height_; }
   void Line(float x1, float y1, float x2, float y2, Colour, BoxMode) override {
     checkPoints(x1, y1, x2, y2);
-    /// Price lines are the dotted ones that go across.
+    // Price lines are the dotted ones that go across.
     if (style_ == DrawStyle::Dot && x1 != x2) {
       check(++priceLines_ <= kMostPriceLines, "a grid has at most 1,000 price lines");
     }

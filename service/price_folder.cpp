@@ -104,11 +104,13 @@ PriceFolder::PriceFolder(std::filesystem::path folder, Log log, std::stop_token 
     : folder_(std::move(folder)), log_(std::move(log)), stop_(std::move(stop)) {}
 
 Found PriceFolder::find(const std::string& ticker, Day) {
-  const Directory directory(::opendir(folder_.c_str()));
-  if (!directory && errno != ENOENT && errno != ENOTDIR) {
-    const std::string reason = "own prices cannot be read: " + reasonFor(errno);
+  const auto unusable = [this](const std::string& reason) {
     log_.warning(reason);
     return Unusable{reason};
+  };
+  const Directory directory(::opendir(folder_.c_str()));
+  if (!directory && errno != ENOENT && errno != ENOTDIR) {
+    return unusable("own prices cannot be read: " + reasonFor(errno));
   }
   const auto name = directory ? entryNamed(directory.get(), ticker + ".CSV") : std::nullopt;
   if (!name) {
@@ -119,17 +121,13 @@ Found PriceFolder::find(const std::string& ticker, Day) {
     return Unusable{"the service is stopping"};
   }
   const Content content = readEntry(::dirfd(directory.get()), *name);
-  const auto unusable = [&](const std::string& problem) {
-    const std::string reason = "own prices in " + escaped(*name) + ": " + problem;
-    log_.warning(reason);
-    return Unusable{reason};
-  };
+  const std::string where = "own prices in " + escaped(*name) + ": ";
   if (!content.problem.empty()) {
-    return unusable(content.problem);
+    return unusable(where + content.problem);
   }
   PriceFile file = parsePriceFile(content.text);
   if (!file.problem.empty()) {
-    return unusable(file.problem);
+    return unusable(where + file.problem);
   }
   if (file.badLines > 0) {
     log_.warning(escaped(*name) + ": bad lines left out: " + std::to_string(file.badLines));

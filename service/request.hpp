@@ -24,7 +24,7 @@ struct TableRequest {
 
 /// Both read the request target as it came over the wire, because a plus sign in a ticker is a plus
 /// sign and not the blank that forms make of it. They throw Refusal.
-//
+///
 /// Tickers come back in upper case, at most 100 bytes. One with a control character, a slash or
 /// backslash, "..", a comma or a quotation mark cannot exist: it could leave a folder or break a
 /// line of fields. It is refused as an unknown ticker.
