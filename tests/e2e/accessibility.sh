@@ -13,5 +13,4 @@ openbox >/dev/null 2>&1 &
 setsid "$here/../../scripts/launcher.sh" "$1" & launcher=$!
 trap 'kill "$launcher" 2>/dev/null; wait "$launcher" 2>/dev/null; rm -rf "$XDG_RUNTIME_DIR"' EXIT
 # The bindings are a package of the system, for the system's own Python.
-/usr/bin/python3 "$here/accessibility.py" && wmctrl -F -c "Quintara - Version 2.00.01" &&
-  wait "$launcher"
+/usr/bin/python3 "$here/accessibility.py"
