@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "service/price_rows.hpp"
+#include "service/prices/price_rows.hpp"
 #include "target.hpp"
 
 namespace quintara::fuzz {

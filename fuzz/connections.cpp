@@ -9,9 +9,9 @@
 #include <csignal>
 #include <string>
 
-#include "service/file_handle.hpp"
-#include "service/listener.hpp"
-#include "service/request.hpp"
+#include "service/desk/request.hpp"
+#include "service/http/listener.hpp"
+#include "service/system/file_handle.hpp"
 #include "target.hpp"
 
 namespace quintara::fuzz {

@@ -1,13 +1,13 @@
 // Files of daily prices. Input: the file.
 
-#include "service/price_file.hpp"
+#include "service/prices/price_file.hpp"
 
 #include <algorithm>
 #include <cstdlib>
 #include <string>
 
 #include "checked_rows.hpp"
-#include "service/replies.hpp"
+#include "service/desk/replies.hpp"
 
 namespace quintara::fuzz {
 

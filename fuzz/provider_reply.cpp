@@ -5,9 +5,9 @@
 #include <string>
 
 #include "checked_rows.hpp"
-#include "service/day_forms.hpp"
-#include "service/json_rows.hpp"
-#include "service/price_file.hpp"
+#include "service/prices/day_forms.hpp"
+#include "service/prices/json_rows.hpp"
+#include "service/prices/price_file.hpp"
 
 namespace quintara::fuzz {
 

@@ -1,13 +1,13 @@
 // The trader's description of a provider. Input: a line with a ticker, then the settings.
 
-#include "service/provider_settings.hpp"
+#include "service/provider/provider_settings.hpp"
 
 #include <algorithm>
 #include <cstdlib>
 #include <string>
 
-#include "service/json_rows.hpp"
-#include "service/url_parts.hpp"
+#include "service/prices/json_rows.hpp"
+#include "service/provider/url_parts.hpp"
 #include "target.hpp"
 
 namespace quintara::fuzz {

@@ -12,11 +12,11 @@
 
 #include "data/initialize_collection.hpp"
 #include "data/quote_request.hpp"
-#include "service/demo_market.hpp"
-#include "service/price_file.hpp"
-#include "service/price_folder.hpp"
-#include "service/quote_desk.hpp"
-#include "service/request.hpp"
+#include "service/desk/quote_desk.hpp"
+#include "service/desk/request.hpp"
+#include "service/prices/price_file.hpp"
+#include "service/sources/demo_market.hpp"
+#include "service/sources/price_folder.hpp"
 #include "target.hpp"
 #include "values/text.hpp"
 

@@ -2,11 +2,11 @@
 
 #include <ostream>
 
-#include "service/bars.hpp"
-#include "service/provider.hpp"
-#include "service/replies.hpp"
-#include "service/request.hpp"
-#include "service/text.hpp"
+#include "service/desk/replies.hpp"
+#include "service/desk/request.hpp"
+#include "service/prices/bars.hpp"
+#include "service/provider/provider.hpp"
+#include "service/text/text.hpp"
 
 namespace quintara::quotes {
 namespace {

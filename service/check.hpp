@@ -3,7 +3,7 @@
 #include <iosfwd>
 #include <string>
 
-#include "service/provider_settings.hpp"
+#include "service/provider/provider_settings.hpp"
 
 namespace quintara::quotes {
 

@@ -7,7 +7,7 @@
 #include "service/check.hpp"
 #include "service/options.hpp"
 #include "service/server.hpp"
-#include "service/text.hpp"
+#include "service/text/text.hpp"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <filesystem>
 
-#include "service/text.hpp"
+#include "service/text/text.hpp"
 
 namespace quintara::quotes {
 namespace {

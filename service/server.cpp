@@ -2,10 +2,10 @@
 
 #include <utility>
 
-#include "service/demo_market.hpp"
-#include "service/listener.hpp"
-#include "service/price_folder.hpp"
-#include "service/provider_source.hpp"
+#include "service/http/listener.hpp"
+#include "service/provider/provider_source.hpp"
+#include "service/sources/demo_market.hpp"
+#include "service/sources/price_folder.hpp"
 
 namespace quintara::quotes {
 

@@ -5,11 +5,11 @@
 #include <optional>
 #include <stop_token>
 
-#include "service/calendar.hpp"
-#include "service/log.hpp"
-#include "service/port_taken.hpp"
-#include "service/provider_settings.hpp"
-#include "service/quote_desk.hpp"
+#include "service/desk/quote_desk.hpp"
+#include "service/http/port_taken.hpp"
+#include "service/prices/calendar.hpp"
+#include "service/provider/provider_settings.hpp"
+#include "service/system/log.hpp"
 
 namespace quintara::quotes {
 

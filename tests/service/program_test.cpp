@@ -7,7 +7,7 @@
 #include <fstream>
 #include <map>
 
-#include "service/provider_settings.hpp"
+#include "service/provider/provider_settings.hpp"
 #include "temporary_folder.hpp"
 
 namespace quintara::quotes {

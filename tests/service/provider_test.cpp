@@ -6,11 +6,11 @@
 #include <map>
 
 #include "service/check.hpp"
-#include "service/provider_source.hpp"
-#include "service/replies.hpp"
-#include "service/request.hpp"
+#include "service/desk/replies.hpp"
+#include "service/desk/request.hpp"
+#include "service/provider/provider_source.hpp"
 #include "service/server.hpp"
-#include "service/text.hpp"
+#include "service/text/text.hpp"
 #include "temporary_folder.hpp"
 
 namespace quintara::quotes {

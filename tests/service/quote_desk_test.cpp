@@ -4,12 +4,12 @@
 #include <algorithm>
 #include <map>
 
-#include "service/demo_market.hpp"
-#include "service/price_folder.hpp"
-#include "service/replies.hpp"
-#include "service/request.hpp"
+#include "service/desk/replies.hpp"
+#include "service/desk/request.hpp"
 #include "service/server.hpp"
-#include "service/text.hpp"
+#include "service/sources/demo_market.hpp"
+#include "service/sources/price_folder.hpp"
+#include "service/text/text.hpp"
 #include "temporary_folder.hpp"
 
 namespace quintara::quotes {

@@ -7,8 +7,8 @@
 #include <map>
 #include <thread>
 
-#include "service/day_forms.hpp"
-#include "service/file_handle.hpp"
+#include "service/prices/day_forms.hpp"
+#include "service/system/file_handle.hpp"
 #include "temporary_folder.hpp"
 
 namespace quintara::quotes {

@@ -1,11 +1,11 @@
 #include <gmock/gmock.h>
 
-#include "service/day_forms.hpp"
-#include "service/json_rows.hpp"
-#include "service/loopback.hpp"
-#include "service/price_file.hpp"
-#include "service/replies.hpp"
-#include "service/secret.hpp"
+#include "service/desk/replies.hpp"
+#include "service/prices/day_forms.hpp"
+#include "service/prices/json_rows.hpp"
+#include "service/prices/price_file.hpp"
+#include "service/text/loopback.hpp"
+#include "service/text/secret.hpp"
 
 namespace quintara::quotes {
 

@@ -1,0 +1,52 @@
+#include "service/desk/quote_desk.hpp"
+
+#include <algorithm>
+#include <utility>
+
+#include "service/desk/replies.hpp"
+#include "service/desk/request.hpp"
+#include "service/prices/bars.hpp"
+#include "service/text/text.hpp"
+
+namespace quintara::quotes {
+
+QuoteDesk::QuoteDesk(PriceSources sources, Today today)
+    : sources_(std::move(sources)), today_(std::move(today)) {}
+
+std::string QuoteDesk::table(std::string_view target) const {
+  const TableRequest request = parseTableRequest(target);
+  const Day today = today_();
+  const bool daily = request.interval == Interval::Daily;
+  const Day latest = daily ? today - std::chrono::days{1} : today;
+  const DailyBars bars = barsUntil(std::min(request.last, latest), request.ticker, today);
+  return tableText(aggregated(bars, request.interval), request.first);
+}
+
+std::string QuoteDesk::quote(std::string_view target) const {
+  const std::string ticker = parseQuoteRequest(target);
+  const Day today = today_();
+  const DailyBars bars = barsUntil(today, ticker, today);
+  if (bars.empty()) {
+    throw Refusal(404, "no prices for " + escaped(ticker) + " until today");
+  }
+  return quoteText(ticker, bars, today);
+}
+
+DailyBars QuoteDesk::barsUntil(Day last, const std::string& ticker, Day today) const {
+  for (const auto& source : sources_) {
+    Found found = source->find(ticker, today);
+    if (const auto* unusable = std::get_if<Unusable>(&found)) {
+      throw Refusal(404, unusable->reason);
+    }
+    if (const auto* failed = std::get_if<Failed>(&found)) {
+      throw Refusal(502, failed->reason);
+    }
+    if (auto* bars = std::get_if<DailyBars>(&found)) {
+      cutAfter(*bars, last);
+      return std::move(*bars);
+    }
+  }
+  throw Refusal(404, "no prices for " + escaped(ticker));
+}
+
+}  // namespace quintara::quotes

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+#include "service/prices/bars.hpp"
+
+namespace quintara::quotes {
+
+/// A request that gets an error status and one line that says why.
+struct Refusal : std::runtime_error {
+  Refusal(int httpStatus, const std::string& reason)
+      : std::runtime_error(reason), status(httpStatus) {}
+  int status;
+};
+
+struct TableRequest {
+  std::string ticker;
+  Day first;
+  Day last;
+  Interval interval = Interval::Daily;
+};
+
+/// Both read the request target as it came over the wire, because a plus sign in a ticker is a plus
+/// sign and not the blank that forms make of it. They throw Refusal.
+///
+/// Tickers come back in upper case, at most 100 bytes. One with a control character, a slash or
+/// backslash, "..", a comma or a quotation mark cannot exist: it could leave a folder or break a
+/// line of fields. It is refused as an unknown ticker.
+TableRequest parseTableRequest(std::string_view target);
+std::string parseQuoteRequest(std::string_view target);
+
+/// A ticker that is plain text, by the same rules.
+std::string parseTicker(std::string_view text);
+
+}  // namespace quintara::quotes

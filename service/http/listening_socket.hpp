@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+
+#include "service/system/file_handle.hpp"
+
+namespace quintara::quotes {
+
+/// The result of a system call, or std::system_error that begins with `what` when it failed.
+int checked(int result, const std::string& what);
+
+/// A socket that listens on this port of 127.0.0.1, 0 for any free one. Throws PortTaken, or
+/// std::system_error when the port cannot be had for another reason. The HTTP library's own way
+/// would let a second server share the port and would not say what went wrong.
+FileHandle listenOnLoopback(int port);
+
+int portOf(const FileHandle& socket);
+
+}  // namespace quintara::quotes

@@ -1,0 +1,36 @@
+#include "service/text/csv_line.hpp"
+
+#include <algorithm>
+
+#include "service/text/text.hpp"
+
+namespace quintara::quotes {
+
+std::string_view withoutByteOrderMark(std::string_view text) {
+  constexpr std::string_view kMark = "\xEF\xBB\xBF";
+  return text.substr(text.substr(0, kMark.size()) == kMark ? kMark.size() : 0);
+}
+
+std::string_view takeLine(std::string_view& text) {
+  const auto end = std::min(text.find('\n'), text.size());
+  const auto line = text.substr(0, end);
+  text.remove_prefix(std::min(end + 1, text.size()));
+  return trimmed(line);
+}
+
+std::string_view takeField(std::string_view& line, char separator) {
+  bool quoted = false;
+  std::size_t end = 0;
+  while (end < line.size() && (quoted || line[end] != separator)) {
+    quoted = quoted != (line[end] == '"');
+    ++end;
+  }
+  auto field = trimmed(line.substr(0, end));
+  line.remove_prefix(std::min(end + 1, line.size()));
+  if (field.size() >= 2 && field.front() == '"' && field.back() == '"') {
+    field = trimmed(field.substr(1, field.size() - 2));
+  }
+  return field;
+}
+
+}  // namespace quintara::quotes
