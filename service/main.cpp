@@ -32,18 +32,20 @@ int serve(const ServerSettings& settings) {
   Server server(settings);
   server.start();
   std::error_code error;
-  if (!settings.prices.empty() && !std::filesystem::is_directory(settings.prices, error)) {
-    settings.log.info("no own prices: there is no folder " + escaped(settings.prices.string()));
+  if (!settings.sources.prices.empty() &&
+      !std::filesystem::is_directory(settings.sources.prices, error)) {
+    settings.sources.log.info("no own prices: there is no folder " +
+                              escaped(settings.sources.prices.string()));
   }
   const timespec once{1, 0};
   while (sigtimedwait(&signals, nullptr, &once) < 0) {
     if (server.failed()) {
-      settings.log.error("a port stopped answering");
+      settings.sources.log.error("a port stopped answering");
       return kFailed;
     }
   }
   server.stop();
-  settings.log.info("stopped");
+  settings.sources.log.info("stopped");
   return 0;
 }
 
@@ -76,7 +78,7 @@ int run(int argc, char** argv) {
     case Options::Action::Serve:
       break;
   }
-  options.settings.provider = providerOf(options);
+  options.settings.sources.provider = providerOf(options);
   return serve(options.settings);
 }
 

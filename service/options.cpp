@@ -73,7 +73,7 @@ void apply(int flag, Options& options) {
       options.settings.quotesPort = portOf("--quotes-port", value);
       break;
     case kPrices:
-      options.settings.prices = filledIn("--prices", value, "the name of a folder");
+      options.settings.sources.prices = filledIn("--prices", value, "the name of a folder");
       break;
     case kProvider:
       options.providerFile = filledIn("--provider", value, "the name of a file");
@@ -84,7 +84,7 @@ void apply(int flag, Options& options) {
       options.action = Options::Action::Check;
       break;
     case kLogLevel:
-      options.settings.log = Log(levelOf(value));
+      options.settings.sources.log = Log(levelOf(value));
       break;
     case kHelp:
       options.action = Options::Action::Help;
@@ -99,7 +99,7 @@ void apply(int flag, Options& options) {
 
 Options parseOptions(int argc, char* const* argv) {
   Options options;
-  options.settings.prices = ofUser("XDG_DATA_HOME", ".local/share", "quintara/prices");
+  options.settings.sources.prices = ofUser("XDG_DATA_HOME", ".local/share", "quintara/prices");
   options.providerFile = ofUser("XDG_CONFIG_HOME", ".config", "quintara/provider.conf");
   opterr = 0;
   optind = 0;  // a fresh start, also for a second command line in one process

@@ -3,23 +3,8 @@
 #include <utility>
 
 #include "service/http/listener.hpp"
-#include "service/provider/provider_source.hpp"
-#include "service/sources/demo_market.hpp"
-#include "service/sources/price_folder.hpp"
 
 namespace quintara::quotes {
-
-PriceSources standardSources(const ServerSettings& settings, const std::stop_token& stop) {
-  PriceSources sources;
-  if (!settings.prices.empty()) {
-    sources.push_back(std::make_unique<PriceFolder>(settings.prices, settings.log, stop));
-  }
-  if (settings.provider) {
-    sources.push_back(std::make_unique<ProviderSource>(*settings.provider, settings.log, stop));
-  }
-  sources.push_back(std::make_unique<DemoMarket>());
-  return sources;
-}
 
 Server::Server(ServerSettings settings) : settings_(std::move(settings)) {}
 
@@ -28,20 +13,21 @@ Server::~Server() { stop(); }
 void Server::start() {
   stop();
   stop_ = std::stop_source();
-  desk_ =
-      std::make_unique<QuoteDesk>(standardSources(settings_, stop_.get_token()), settings_.today);
+  desk_ = std::make_unique<QuoteDesk>(standardSources(settings_.sources, stop_.get_token()),
+                                      settings_.today);
   auto history = std::make_unique<Listener>(
       settings_.historyPort, "/table.csv",
-      [this](const std::string& target) { return desk_->table(target); }, settings_.log);
+      [this](const std::string& target) { return desk_->table(target); }, settings_.sources.log);
   auto quotes = std::make_unique<Listener>(
       settings_.quotesPort, "/d/quotes.csv",
-      [this](const std::string& target) { return desk_->quote(target); }, settings_.log);
+      [this](const std::string& target) { return desk_->quote(target); }, settings_.sources.log);
   history->start();
   quotes->start();
   history_ = std::move(history);
   quotes_ = std::move(quotes);
-  settings_.log.info("listening on 127.0.0.1:" + std::to_string(historyPort()) +
-                     " (history) and 127.0.0.1:" + std::to_string(quotesPort()) + " (quotes)");
+  settings_.sources.log.info("listening on 127.0.0.1:" + std::to_string(historyPort()) +
+                             " (history) and 127.0.0.1:" + std::to_string(quotesPort()) +
+                             " (quotes)");
 }
 
 void Server::stop() {

@@ -1,15 +1,11 @@
 #pragma once
 
-#include <filesystem>
 #include <memory>
-#include <optional>
 #include <stop_token>
 
-#include "service/desk/quote_desk.hpp"
+#include "service/desk/standard_sources.hpp"
 #include "service/http/port_taken.hpp"
 #include "service/prices/calendar.hpp"
-#include "service/provider/provider_settings.hpp"
-#include "service/system/log.hpp"
 
 namespace quintara::quotes {
 
@@ -18,15 +14,9 @@ class Listener;
 struct ServerSettings {
   int historyPort = 8470;  ///< 0 for any free port
   int quotesPort = 8471;
-  std::filesystem::path prices;  ///< the trader's own files; empty for none
+  SourceSettings sources;
   Today today = localToday;
-  Log log{LogLevel::Info};
-  std::optional<ProviderSettings> provider = std::nullopt;
 };
-
-/// The trader's own files first, then the provider, then the demonstration market. A source that
-/// can keep a client waiting gives up when `stop` is requested.
-PriceSources standardSources(const ServerSettings& settings, const std::stop_token& stop);
 
 /// The quote service: two ports of 127.0.0.1, one for the historical tables and one for the quotes.
 /// Works in threads of its own and may live inside another program.

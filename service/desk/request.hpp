@@ -1,19 +1,12 @@
 #pragma once
 
-#include <stdexcept>
 #include <string>
 #include <string_view>
 
+#include "service/desk/refusal.hpp"
 #include "service/prices/bars.hpp"
 
 namespace quintara::quotes {
-
-/// A request that gets an error status and one line that says why.
-struct Refusal : std::runtime_error {
-  Refusal(int httpStatus, const std::string& reason)
-      : std::runtime_error(reason), status(httpStatus) {}
-  int status;
-};
 
 struct TableRequest {
   std::string ticker;

@@ -7,10 +7,10 @@
 #include <algorithm>
 #include <utility>
 
-#include "service/desk/request.hpp"
+#include "service/desk/refusal.hpp"
 #include "service/http/connection.hpp"
+#include "service/http/host_header.hpp"
 #include "service/http/listening_socket.hpp"
-#include "service/text/loopback.hpp"
 #include "service/text/text.hpp"
 
 namespace quintara::quotes {
@@ -20,7 +20,8 @@ constexpr std::size_t kWorkers = 64;  // one for each connection that is served 
 
 bool meantForLoopback(const httplib::Request& request) {
   const auto [first, last] = request.headers.equal_range("Host");
-  return std::all_of(first, last, [](const auto& header) { return namesLoopback(header.second); });
+  return std::all_of(first, last,
+                     [](const auto& header) { return namesThisComputer(header.second); });
 }
 
 // A browser says so when a page asks, be it that it never gets to see the reply: a page of another

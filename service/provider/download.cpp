@@ -8,8 +8,8 @@
 #include <new>
 #include <stdexcept>
 
+#include "service/provider/this_computer.hpp"
 #include "service/provider/url_parts.hpp"
-#include "service/text/loopback.hpp"
 #include "service/text/text.hpp"
 
 namespace quintara::quotes {

@@ -2,37 +2,18 @@
 
 #include <arpa/inet.h>
 
-#include <algorithm>
+#include <string>
 
 #include "service/text/text.hpp"
 
 namespace quintara::quotes {
 
-bool namesLoopback(std::string_view host) {
-  const auto colon = host.rfind(':');
-  if (colon != host.npos && parseCount(host.substr(colon + 1))) {
-    host = host.substr(0, colon);
-  }
+bool isLoopback(std::string_view host) {
   in_addr address{};
   if (::inet_pton(AF_INET, std::string(host).c_str(), &address) == 1) {
     return ntohl(address.s_addr) >> 24U == 127;
   }
-  return host == "[::1]" || equalIgnoringCase(host, "localhost");
-}
-
-bool leadsToThisComputer(const std::string& host) {
-  in6_addr address{};
-  if (!host.empty() && host.front() == '[' &&
-      ::inet_pton(AF_INET6, host.substr(1, host.find_first_of("%]") - 1).c_str(), &address) == 1) {
-    const auto first = address.s6_addr[12];
-    return IN6_IS_ADDR_LOOPBACK(&address) || IN6_IS_ADDR_UNSPECIFIED(&address) ||
-           (IN6_IS_ADDR_V4MAPPED(&address) && (first == 127 || first == 0));
-  }
-  std::string_view name = host;
-  name.remove_suffix(!name.empty() && name.back() == '.' ? 1 : 0);
-  constexpr std::string_view kBelow = ".localhost";
-  const auto rest = name.substr(name.size() - std::min(name.size(), kBelow.size()));
-  return namesLoopback(name) || name == "0.0.0.0" || equalIgnoringCase(rest, kBelow);
+  return equalIgnoringCase(host, "localhost");
 }
 
 }  // namespace quintara::quotes

@@ -8,8 +8,8 @@
 #include "service/check.hpp"
 #include "service/desk/replies.hpp"
 #include "service/desk/request.hpp"
+#include "service/desk/standard_sources.hpp"
 #include "service/provider/provider_source.hpp"
-#include "service/server.hpp"
 #include "service/text/text.hpp"
 #include "temporary_folder.hpp"
 
@@ -239,7 +239,7 @@ TEST_F(ProviderTest, AsksOnceForRequestsThatComeTogether) {
 }
 
 TEST_F(ProviderTest, ComesBeforeTheDemonstrationMarket) {
-  ServerSettings all;
+  SourceSettings all;
   all.provider = settings();
   const QuoteDesk desk(standardSources(all, {}), [] { return kSunday; });
   EXPECT_THAT(desk.quote("q?s=DEMO"), HasSubstr("\"DEMO\",2.00,"));

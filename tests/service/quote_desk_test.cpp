@@ -6,7 +6,7 @@
 
 #include "service/desk/replies.hpp"
 #include "service/desk/request.hpp"
-#include "service/server.hpp"
+#include "service/desk/standard_sources.hpp"
 #include "service/sources/demo_market.hpp"
 #include "service/sources/price_folder.hpp"
 #include "service/text/text.hpp"
@@ -35,8 +35,8 @@ struct QuoteDeskTest : testing::Test {
   std::string logged;
   Day today{};
   const Log log{LogLevel::Warning, [this](const std::string& line) { logged += line; }};
-  const ServerSettings settings{0, 0, folder.path, [this] { return today; }, log};
-  const QuoteDesk desk{standardSources(settings, {}), settings.today};
+  const SourceSettings settings{folder.path, std::nullopt, log};
+  const QuoteDesk desk{standardSources(settings, {}), [this] { return today; }};
 };
 
 TEST_F(QuoteDeskTest, AnswersWithTheBarsOfTheDatesAskedFor) {

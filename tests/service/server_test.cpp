@@ -75,7 +75,7 @@ struct ServerTest : testing::Test {
   const Log log{LogLevel::Debug, [](const std::string& line) {
                   EXPECT_EQ(line.find('\x1b'), line.npos) << "unescaped";
                 }};
-  Server server{{0, 0, folder.path, [this] { return today; }, log}};
+  Server server{{0, 0, {folder.path, std::nullopt, log}, [this] { return today; }}};
 };
 
 TEST_F(ServerTest, AnswersWhatIsForItAndSignsEveryReply) {

@@ -1,10 +1,11 @@
 #include <gmock/gmock.h>
 
 #include "service/desk/replies.hpp"
+#include "service/http/host_header.hpp"
 #include "service/prices/day_forms.hpp"
 #include "service/prices/json_rows.hpp"
 #include "service/prices/price_file.hpp"
-#include "service/text/loopback.hpp"
+#include "service/provider/this_computer.hpp"
 #include "service/text/secret.hpp"
 
 namespace quintara::quotes {
@@ -64,7 +65,7 @@ TEST(TextRules, PricesAreExactDecimalsRoundedOnce) {
 
 TEST(TextRules, OnlyThisComputerIsLoopback) {
   for (const char* host : {"127.0.0.1", "127.0.0.1:8470", "LocalHost:1", "127.9.8.7", "[::1]:80"}) {
-    EXPECT_TRUE(namesLoopback(host)) << host;
+    EXPECT_TRUE(namesThisComputer(host)) << host;
   }
   for (const char* host : {"0.0.0.0", "[::1]", "[::]", "[::ffff:127.0.0.9]", "[::ffff:7f00:1]",
                            "localhost.", "a.LocalHost", "127.1.1.1"}) {
@@ -73,7 +74,7 @@ TEST(TextRules, OnlyThisComputerIsLoopback) {
   for (const char* host :
        {"", "127.0.0.1.example.com", "localhost.example.com:80", "128.0.0.1:80", "localhost:80:80",
         "[::2]", "localhost:x", "[::ffff:8.8.8.8]", "[fe80::1]", "alocalhost"}) {
-    EXPECT_FALSE(namesLoopback(host) || leadsToThisComputer(host)) << host;
+    EXPECT_FALSE(namesThisComputer(host) || leadsToThisComputer(host)) << host;
   }
 }
 
