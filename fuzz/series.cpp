@@ -9,7 +9,7 @@
 #include "chart/price_range.hpp"
 #include "chart/resize.hpp"
 #include "checking_surface.hpp"
-#include "data/draw_chart_command.hpp"
+#include "commands/draw_chart_command.hpp"
 #include "data/initialize_collection.hpp"
 #include "values/text.hpp"
 

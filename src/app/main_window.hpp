@@ -3,8 +3,8 @@
 #include <memory>
 #include <string>
 
+#include "commands/draw_chart_command.hpp"
 #include "data/chart_state.hpp"
-#include "data/draw_chart_command.hpp"
 #include "interaction/drag_state.hpp"
 #include "interaction/pointer_readout.hpp"
 #include "levels/level_table.hpp"

@@ -1,7 +1,7 @@
 #include "chart/resize.hpp"
 
 #include "chart/price_range.hpp"
-#include "data/draw_chart_command.hpp"
+#include "commands/draw_chart_command.hpp"
 #include "values/numbers.hpp"
 
 namespace quintara {

@@ -3,7 +3,7 @@
 #include <tuple>
 
 #include "chart/price_range.hpp"
-#include "data/draw_chart_command.hpp"
+#include "commands/draw_chart_command.hpp"
 #include "data/initialize_collection.hpp"
 #include "data/rows.hpp"
 #include "support/fakes.hpp"

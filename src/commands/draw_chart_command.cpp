@@ -1,4 +1,4 @@
-#include "data/draw_chart_command.hpp"
+#include "commands/draw_chart_command.hpp"
 
 #include <algorithm>
 #include <string>

@@ -1,4 +1,4 @@
-#include "data/getting_data_window.hpp"
+#include "commands/getting_data_window.hpp"
 
 namespace quintara {
 

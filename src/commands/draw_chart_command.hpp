@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <functional>
 
+#include "commands/getting_data_window.hpp"
 #include "data/chart_state.hpp"
-#include "data/getting_data_window.hpp"
 #include "data/quote_request.hpp"
 #include "data/readout.hpp"
 
