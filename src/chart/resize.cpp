@@ -1,7 +1,7 @@
 #include "chart/resize.hpp"
 
 #include "chart/price_range.hpp"
-#include "commands/draw_chart_command.hpp"
+#include "chart/shown_bars.hpp"
 #include "values/numbers.hpp"
 
 namespace quintara {

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <string>
 
+#include "chart/shown_bars.hpp"
 #include "data/initialize_collection.hpp"
-#include "values/numbers.hpp"
 #include "values/text.hpp"
 
 namespace quintara {
@@ -42,15 +42,6 @@ void reportFailedDownload(const DrawChartControls& controls) {
 }
 
 }  // namespace
-
-std::int16_t barsThatFit(float scaleWidth, std::int16_t spacing) {
-  const std::int16_t bars = toInt16((Single(scaleWidth) / spacing).value());
-  return bars < 0 ? toInt16(-bars) : bars;
-}
-
-std::int16_t withinSeries(std::int16_t bars, std::size_t count) {
-  return static_cast<std::size_t>(bars) >= count ? static_cast<std::int16_t>(count - 1) : bars;
-}
 
 void cmdChart_Click(ChartState& state, const DrawChartControls& controls, const QuoteSource& source,
                     const AfterDownload& afterDownload) {

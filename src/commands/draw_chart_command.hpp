@@ -28,12 +28,6 @@ struct AfterDownload {
   std::function<void()> drawChart;
 };
 
-/// Bars that fit: width by spacing, in single precision and rounded half to even, without its
-/// sign (a chart's width is counted leftwards). Throws Overflow beyond 16 bits.
-std::int16_t barsThatFit(float scaleWidth, std::int16_t spacing);
-/// At most all bars of the series but the oldest, which is never shown; -1 for an empty series.
-std::int16_t withinSeries(std::int16_t bars, std::size_t count);
-
 /// The Draw Chart button: download, clear, build, range, drawing, readout of the newest bar. An
 /// empty ticker and a failed download are told; any later run-time error ends it silently, with
 /// chart and readout as far as they got.

@@ -3,7 +3,7 @@
 #include <tuple>
 
 #include "chart/price_range.hpp"
-#include "commands/draw_chart_command.hpp"
+#include "chart/shown_bars.hpp"
 #include "data/initialize_collection.hpp"
 #include "data/rows.hpp"
 #include "support/fakes.hpp"
