@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <iostream>
 
+#include "runtime/runtime_folder.hpp"
 #include "service/check.hpp"
 #include "service/options.hpp"
 #include "service/server.hpp"
@@ -75,6 +76,9 @@ int run(int argc, char** argv) {
     case Options::Action::Check:
       return checkProvider(*providerOf(options), options.ticker, localToday(), std::cout) ? 0
                                                                                           : kFailed;
+    case Options::Action::RuntimeFolder:
+      std::cout << quintara::runtimeFolder() << "\n";
+      return 0;
     case Options::Action::Serve:
       break;
   }

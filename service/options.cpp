@@ -11,15 +11,26 @@
 namespace quintara::quotes {
 namespace {
 
-enum Flag { kHistoryPort = 1, kQuotesPort, kPrices, kProvider, kCheck, kLogLevel, kHelp, kVersion };
+enum Flag {
+  kHistoryPort = 1,
+  kQuotesPort,
+  kPrices,
+  kProvider,
+  kCheck,
+  kLogLevel,
+  kRuntimeFolder,
+  kHelp,
+  kVersion
+};
 
-constexpr std::array<option, 9> kFlags{{
+constexpr std::array<option, 10> kFlags{{
     {"history-port", required_argument, nullptr, kHistoryPort},
     {"quotes-port", required_argument, nullptr, kQuotesPort},
     {"prices", required_argument, nullptr, kPrices},
     {"provider", required_argument, nullptr, kProvider},
     {"check", required_argument, nullptr, kCheck},
     {"log-level", required_argument, nullptr, kLogLevel},
+    {"runtime-folder", no_argument, nullptr, kRuntimeFolder},
     {"help", no_argument, nullptr, kHelp},
     {"version", no_argument, nullptr, kVersion},
     {nullptr, 0, nullptr, 0},
@@ -86,6 +97,9 @@ void apply(int flag, Options& options) {
     case kLogLevel:
       options.settings.sources.log = Log(levelOf(value));
       break;
+    case kRuntimeFolder:
+      options.action = Options::Action::RuntimeFolder;
+      break;
     case kHelp:
       options.action = Options::Action::Help;
       break;
@@ -138,6 +152,7 @@ DOWN, RANGE, PENNY, INDEX).
                      directory)
   --check SYMBOL     ask the provider for one symbol, show what came and what is wrong with it
   --log-level LEVEL  error, warning, info or debug (info)
+  --runtime-folder   print the name of the user's own folder for sockets, locks and the log
   --help             show this text
   --version          show the version
 

@@ -10,7 +10,7 @@ namespace quintara::quotes {
 
 /// What the command line asks for.
 struct Options {
-  enum class Action { Serve, Check, Help, Version };
+  enum class Action { Serve, Check, RuntimeFolder, Help, Version };
   Action action = Action::Serve;
   ServerSettings settings;
   std::filesystem::path providerFile;  ///< empty if the user has no place for it
