@@ -62,6 +62,8 @@ PriceFile parsePriceFile(std::string_view text, const RowRules& rules) {
   }
   const Layout layout = layoutOf(header, rules.names);
   PriceFile file;
+  file.reading.separator = layout.separator;
+  file.reading.headerLine = number;
   file.problem = missingColumns(layout, rules);
   if (!file.problem.empty()) {
     return file;
@@ -74,7 +76,8 @@ PriceFile parsePriceFile(std::string_view text, const RowRules& rules) {
       rows.add(number, fieldsOf(line, layout));
     }
   }
-  return rows.finish();
+  static_cast<PriceRows&>(file) = rows.finish();
+  return file;
 }
 
 }  // namespace quintara::quotes
