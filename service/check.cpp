@@ -21,6 +21,13 @@ void write(const char* name, const PriceRows& rows, std::ostream& out) {
   if (rows.badLines > rows.complaints.size()) {
     out << "  and " << rows.badLines - rows.complaints.size() << " more\n";
   }
+  if (rows.cutPrices > 0) {
+    out << "  rows with a price of more than ten digits, rounded to ten: " << rows.cutPrices
+        << "\n";
+  }
+  if (rows.cutVolumes > 0) {
+    out << "  rows with a volume too large to be kept: " << rows.cutVolumes << "\n";
+  }
 }
 
 void writeBars(DailyBars bars, const std::string& ticker, Day today, std::ostream& out) {

@@ -12,7 +12,7 @@ std::string tableText(const DailyBars& bars, Day first) {
   for (auto bar = bars.rbegin(); bar != bars.rend() && bar->date >= first; ++bar) {
     text += tableDate(bar->date);
     for (const Price price : {bar->open, bar->high, bar->low, bar->close}) {
-      text += ',' + priceText(price);
+      text += ',' + price.text();
     }
     text += ',' + std::to_string(bar->volume) + '\n';
   }
@@ -22,11 +22,11 @@ std::string tableText(const DailyBars& bars, Day first) {
 std::string quoteText(const std::string& ticker, const DailyBars& bars, Day today) {
   const DailyBar& bar = bars.back();
   const bool traded = bar.date == today;
-  std::string text = quoted(ticker) + ',' + priceText(bar.close) + ',' +
-                     quoted(quoteDate(bar.date)) + ',' + quoted("4:00pm") + ',';
+  std::string text = quoted(ticker) + ',' + bar.close.text() + ',' + quoted(quoteDate(bar.date)) +
+                     ',' + quoted("4:00pm") + ',';
   text += bars.size() > 1 ? changeText(bar.close, bars[bars.size() - 2].close) : "N/A";
   for (const Price price : {bar.open, bar.high, bar.low}) {
-    text += ',' + (traded ? priceText(price) : "N/A");
+    text += ',' + (traded ? price.text() : "N/A");
   }
   return text + ',' + (traded ? std::to_string(bar.volume) : "N/A") + "\r\n";
 }

@@ -25,7 +25,7 @@ DailyBars aggregated(const DailyBars& days, Interval interval) {
     bar.high = std::max(bar.high, day.high);
     bar.low = std::min(bar.low, day.low);
     bar.close = day.close;
-    bar.volume += day.volume;
+    bar.volume = sumOfVolumes(bar.volume, day.volume);
   }
   return bars;
 }

@@ -79,23 +79,68 @@ bool hasMessage(const json& whole) {
                                [&](const char* name) { return isSaid(fieldOf(whole, name)); });
 }
 
-// The parser would take much memory for each level, and no table has many.
-bool isNestedDeeply(std::string_view text) {
-  constexpr int kDeepest = 64;
-  int depth = 0;
-  bool quoted = false;
-  for (std::size_t i = 0; i < text.size() && depth <= kDeepest; ++i) {
-    const char c = text[i];
-    if (quoted && c == '\\') {
-      ++i;
-    } else if (c == '"') {
-      quoted = !quoted;
-    } else if (!quoted) {
-      depth += c == '[' || c == '{' ? 1 : c == ']' || c == '}' ? -1 : 0;
-    }
+// Builds the tree of a text. A number with decimals or an exponent becomes the text that it was
+// written in, because a binary fraction in between would change prices. Each level takes much
+// memory, and no table has many.
+class TreeBuilder : public json::json_sax_t {
+ public:
+  bool null() override { return add(nullptr); }
+  bool boolean(bool value) override { return add(value); }
+  bool number_integer(number_integer_t value) override { return add(value); }
+  bool number_unsigned(number_unsigned_t value) override { return add(value); }
+  bool string(string_t& value) override { return add(std::move(value)); }
+  bool binary(binary_t&) override { return false; }
+  bool key(string_t& value) override {
+    key_ = std::move(value);
+    return true;
   }
-  return depth > kDeepest;
-}
+  bool number_float(number_float_t, const string_t& text) override {
+    std::string number = text;
+    std::replace(number.begin(), number.end(), ',', '.');  // the sign of the C library's locale
+    return add(std::move(number));
+  }
+  bool start_object(std::size_t) override { return open(json::object()); }
+  bool start_array(std::size_t) override { return open(json::array()); }
+  bool end_object() override { return close(); }
+  bool end_array() override { return close(); }
+  bool parse_error(std::size_t, const std::string&, const json::exception&) override {
+    return false;
+  }
+
+  json& tree() { return tree_; }
+  bool isDeep() const { return open_.size() >= kDeepest; }
+
+ private:
+  static constexpr std::size_t kDeepest = 64;
+
+  json* place(json value) {
+    if (open_.empty()) {
+      return &(tree_ = std::move(value));
+    }
+    json& parent = *open_.back();
+    if (parent.is_object()) {
+      return &(parent[key_] = std::move(value));
+    }
+    parent.push_back(std::move(value));
+    return &parent.back();
+  }
+  bool add(json value) { return place(std::move(value)) != nullptr; }
+  bool open(json value) {
+    if (isDeep()) {
+      return false;
+    }
+    open_.push_back(place(std::move(value)));
+    return true;
+  }
+  bool close() {
+    open_.pop_back();
+    return true;
+  }
+
+  json tree_;
+  std::vector<json*> open_;  // from the outermost
+  std::string key_;
+};
 
 constexpr std::array<Column, kColumns> kAllColumns{kDate, kOpen, kHigh, kLow, kClose, kVolume};
 
@@ -184,13 +229,11 @@ bool isJsonPath(const std::string& text) {
 }
 
 PriceRows parseJsonRows(std::string_view text, const std::string& path, const RowRules& rules) {
-  if (isNestedDeeply(text)) {
-    return JsonReader::unreadable("nested too deeply");
+  TreeBuilder builder;
+  if (!json::sax_parse(text, &builder)) {
+    return JsonReader::unreadable(builder.isDeep() ? "nested too deeply" : "not JSON");
   }
-  const json whole = json::parse(text, nullptr, false);
-  if (whole.is_discarded()) {
-    return JsonReader::unreadable("not JSON");
-  }
+  const json& whole = builder.tree();
   const json* const node = whole.empty() ? &whole : at(whole, path);
   if (node == nullptr) {
     return JsonReader::unreadable("nothing at " + path);

@@ -1,67 +1,158 @@
 #include "service/prices/price.hpp"
 
 #include <algorithm>
+#include <charconv>
 #include <cstdlib>
+#include <limits>
 
 namespace quintara::quotes {
 namespace {
 
-std::string fixedText(std::int64_t value, int places) {
-  std::string digits = std::to_string(value);
-  const auto needed = static_cast<std::size_t>(places) + 1;
-  if (digits.size() < needed) {
-    digits.insert(0, needed - digits.size(), '0');
+constexpr std::uint64_t kTenDigits = 1'000'000'000;  // the smallest number of that many
+constexpr std::uint64_t kMostDigits = 1'000'000'000'000'000'000;
+constexpr int kLowestPower = -18 - 9;  // of a price's tenth digit
+constexpr int kHighestPower = 14 - 9;
+constexpr int kHighestExponent = 9'999;
+constexpr std::int64_t kHighestWhole = std::numeric_limits<std::int64_t>::max();
+
+bool isDigit(char c) { return c >= '0' && c <= '9'; }
+
+// The digits of a whole number, the last ones as decimals.
+std::string withPoint(std::string digits, int places) {
+  const auto decimals = static_cast<std::size_t>(places);
+  if (digits.size() <= decimals) {
+    digits.insert(0, decimals + 1 - digits.size(), '0');
   }
-  return digits.insert(digits.size() - static_cast<std::size_t>(places), ".");
+  const std::size_t whole = digits.size() - decimals;
+  const std::size_t last = digits.find_last_not_of('0');
+  const std::size_t length = last == digits.npos ? 0 : last + 1;
+  digits.resize(std::max(length, whole + 2), '0');
+  return digits.insert(whole, ".");
 }
 
-// Below 1 a cent is too coarse to tell bars apart.
-std::string textLike(Price scale, Price value) {
-  return scale < kPriceUnit ? fixedText(value, 4) : fixedText((value + 50) / 100, 2);
+// `larger` - `smaller`, digit by digit: neither has to fit into a number of the machine.
+std::string difference(std::string larger, std::string smaller) {
+  smaller.insert(0, larger.size() - smaller.size(), '0');
+  int borrowed = 0;
+  for (std::size_t i = larger.size(); i-- > 0;) {
+    const int digit = larger[i] - smaller[i] - borrowed;
+    borrowed = digit < 0 ? 1 : 0;
+    larger[i] = static_cast<char>('0' + digit + borrowed * 10);
+  }
+  return larger.erase(0, larger.find_first_not_of('0'));
+}
+
+// What follows the digits: nothing, or an e and a number.
+std::optional<int> parseExponent(std::string_view text) {
+  if (text.empty()) {
+    return 0;
+  }
+  const bool plus = text.size() > 2 && text[1] == '+' && isDigit(text[2]);
+  const char* const last = text.data() + text.size();
+  int exponent = 0;
+  const auto [end, error] = std::from_chars(text.data() + (plus ? 2 : 1), last, exponent);
+  const bool number = error == std::errc() && end == last;
+  return (text[0] == 'e' || text[0] == 'E') && number && std::abs(exponent) <= kHighestExponent
+             ? std::optional(exponent)
+             : std::nullopt;
 }
 
 }  // namespace
 
-std::optional<std::int64_t> parseDecimal(std::string_view text, int places, bool comma,
-                                         std::int64_t highest) {
-  std::int64_t value = 0;
-  int decimals = -1;  // -1 before the decimal mark
-  bool digits = false;
-  for (const char c : text) {
-    if (decimals < 0 && (c == '.' || (comma && c == ','))) {
-      decimals = 0;
-      continue;
-    }
-    if (c < '0' || c > '9' || value > highest) {
-      return std::nullopt;
-    }
-    digits = true;
-    if (decimals < places) {
-      value = value * 10 + (c - '0');
-      decimals += decimals < 0 ? 0 : 1;
-    }
-  }
-  for (int i = std::max(decimals, 0); i < places && value <= highest; ++i) {
-    value *= 10;
-  }
-  return digits && value <= highest ? std::optional(value) : std::nullopt;
+Price::Price(std::int64_t digits, int places) {
+  const Decimal decimal{static_cast<std::uint64_t>(digits), -places};
+  *this = decimal.price().value().value;
 }
 
-std::optional<Price> parsePrice(std::string_view text, bool comma) {
-  constexpr std::int64_t kFiner = 10;
-  const auto fine = parseDecimal(text, 5, comma, kHighestPrice * kFiner);
-  if (!fine) {
+int Price::places() const { return packed_ == 0 ? 0 : std::max(-power(), 0); }
+
+// The whole number of units of 10^-places, which must not be coarser than this price.
+std::string Price::digitsWith(int places) const {
+  const int zeros = packed_ == 0 ? 0 : places + power();
+  return std::to_string(digits()).append(static_cast<std::size_t>(zeros), '0');
+}
+
+std::string Price::text() const { return withPoint(digitsWith(places()), places()); }
+
+std::optional<Kept<Price>> Decimal::price() const {
+  Kept<Price> kept{{}, cut};
+  if (digits == 0) {
+    return kept;
+  }
+  std::uint64_t number = digits;
+  int tens = power;
+  for (; number >= 100 * kTenDigits; ++tens) {
+    kept.cut = kept.cut || number % 10 != 0;
+    number /= 10;
+  }
+  if (number >= 10 * kTenDigits) {
+    kept.cut = kept.cut || number % 10 != 0;
+    number = (number + 5) / 10;
+    ++tens;
+  }
+  if (number == 10 * kTenDigits) {  // 9.9999999995
+    number /= 10;
+    ++tens;
+  }
+  for (; number < kTenDigits; --tens) {
+    number *= 10;
+  }
+  if (tens < kLowestPower || tens > kHighestPower) {
     return std::nullopt;
   }
-  return *fine < kPriceUnit * kFiner ? (*fine + kFiner / 2) / kFiner : *fine / kFiner;
+  kept.value.packed_ = (std::int64_t{tens} + Price::kBias) << Price::kDigitBits;
+  kept.value.packed_ |= static_cast<std::int64_t>(number);
+  return kept;
 }
 
-std::string priceText(Price price) { return textLike(price, price); }
+Kept<std::int64_t> Decimal::whole() const {
+  std::uint64_t number = digits;
+  int tens = power;
+  for (; tens < 0 && number > 0; ++tens) {
+    number /= 10;
+  }
+  for (; tens > 0 && number > 0 && number <= kHighestWhole / 10; --tens) {
+    number *= 10;
+  }
+  const bool tooLarge = number > 0 && (tens > 0 || number > kHighestWhole);
+  return tooLarge ? Kept{kHighestWhole, true} : Kept{static_cast<std::int64_t>(number), false};
+}
+
+std::optional<Decimal> parseDecimal(std::string_view text, bool comma) {
+  Decimal decimal;
+  bool point = false;
+  bool any = false;
+  std::size_t i = 0;
+  for (; i < text.size(); ++i) {
+    const char c = text[i];
+    if (!point && (c == '.' || (comma && c == ','))) {
+      point = true;
+      continue;
+    }
+    if (!isDigit(c)) {
+      break;
+    }
+    any = true;
+    const bool kept = decimal.digits < kMostDigits;
+    decimal.digits = kept ? decimal.digits * 10 + static_cast<unsigned>(c - '0') : decimal.digits;
+    decimal.cut = decimal.cut || (!kept && c != '0');
+    decimal.power += kept ? -int{point} : int{!point};
+  }
+  const auto exponent = any ? parseExponent(text.substr(i)) : std::nullopt;
+  decimal.power += exponent.value_or(0);
+  return exponent ? std::optional(decimal) : std::nullopt;
+}
 
 std::string changeText(Price last, Price before) {
-  const Price change = last - before;
-  const char* sign = change > 0 ? "+" : change < 0 ? "-" : "";
-  return sign + textLike(last, std::abs(change));
+  const int places = std::max(last.places(), before.places());
+  const auto [smaller, larger] = std::minmax(last, before);
+  const char* sign = last > before ? "+" : last < before ? "-" : "";
+  return sign +
+         withPoint(difference(larger.digitsWith(places), smaller.digitsWith(places)), places);
+}
+
+std::int64_t sumOfVolumes(std::int64_t one, std::int64_t other) {
+  return one > kHighestWhole - other ? kHighestWhole : one + other;
 }
 
 }  // namespace quintara::quotes

@@ -25,12 +25,17 @@ std::string ungrouped(std::string_view text) {
   return result;
 }
 
-std::optional<std::int64_t> parseVolume(std::string_view text, bool comma) {
+std::optional<Decimal> parseVolume(std::string_view text, bool comma) {
   if (text.empty() || text == "-" || equalIgnoringCase(text, "N/A") ||
       equalIgnoringCase(text, "null")) {
-    return 0;
+    return Decimal{};
   }
-  return parseDecimal(comma ? text : ungrouped(text), 0, comma, kHighestVolume);
+  return parseDecimal(comma ? text : ungrouped(text), comma);
+}
+
+std::optional<Kept<Price>> parsePrice(std::string_view text, bool comma) {
+  const auto decimal = parseDecimal(text, comma);
+  return decimal ? decimal->price() : std::nullopt;
 }
 
 // Whole or not at all: whoever hides a secret in the complaint must not meet half of it.
@@ -44,7 +49,7 @@ std::string notUnderstood(const std::string& name, std::string_view text) {
 }
 
 std::string implausible(const DailyBar& bar) {
-  if (bar.low <= 0) {
+  if (bar.low == Price()) {
     return "a price is not above 0";
   }
   if (bar.low > std::min(bar.open, bar.close)) {
@@ -58,6 +63,7 @@ std::string implausible(const DailyBar& bar) {
 // Returns why the row is a bad one; nothing for a good one.
 std::string RowReader::addGood(std::size_t number, const Fields& fields) {
   DailyBar bar;
+  bool cutPrice = false;
   const bool undated = fields[kDate].empty() && rules_.undated;
   const auto date = undated ? Day() : rules_.readDay(fields[kDate]);
   if (!date) {
@@ -69,17 +75,20 @@ std::string RowReader::addGood(std::size_t number, const Fields& fields) {
     if (!price) {
       return notUnderstood(rules_.names.at(column), fields.at(column));
     }
-    *target = *price;
+    *target = price->value;
+    cutPrice = cutPrice || price->cut;
   }
   const auto volume = parseVolume(fields[kVolume], comma_);
   if (!volume) {
     return notUnderstood(rules_.names[kVolume], fields[kVolume]);
   }
-  bar.volume = *volume;
+  bar.volume = volume->whole().value;
   bar.date = undated ? rules_.undated(bar) : *date;
   auto reason = implausible(bar);
   if (reason.empty()) {
     good_.push_back({bar, number});
+    result_.cutPrices += cutPrice ? 1 : 0;
+    result_.cutVolumes += volume->whole().cut ? 1 : 0;
   }
   return reason;
 }

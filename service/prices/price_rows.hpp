@@ -31,8 +31,10 @@ struct RowRules {
 struct PriceRows {
   DailyBars bars;
   std::size_t badLines = 0;
-  std::string problem;                  ///< why there are no bars; empty when there are some
-  bool readable = false;                ///< there are columns or fields with the right names
+  std::size_t cutPrices = 0;   ///< rows with a price of more than ten digits, rounded to ten
+  std::size_t cutVolumes = 0;  ///< rows with a volume beyond 64 bits, taken as the largest of them
+  std::string problem;         ///< why there are no bars; empty when there are some
+  bool readable = false;       ///< there are columns or fields with the right names
   std::vector<std::string> complaints;  ///< of the first bad lines: one line each, escaped
 
   bool isEmpty() const { return bars.empty() && badLines == 0; }

@@ -30,8 +30,9 @@ Price priceAt(std::int64_t logPrice) {
   for (std::int64_t term = 10; term > 0; --term) {
     sum = kOne + sum * x / kOne / term;
   }
-  const Price exact = (sum << doublings) / kOne;
-  return exact < kPriceUnit ? exact : (exact + 50) / 100 * 100;  // traded in whole cents
+  const std::int64_t exact = (sum << doublings) / kOne;  // in ten-thousandths
+  constexpr std::int64_t kWhole = 10'000;
+  return exact < kWhole ? Price(exact, 4) : Price((exact + 50) / 100, 2);  // from 1 on in cents
 }
 
 // A smooth wave from -height to height: two parabolas, near enough to a sine.

@@ -158,10 +158,11 @@ TEST(DemoMarket, EveryTickerKeepsItsCharacterThrough2099) {
       const DailyBars bars = simulated(ticker, *makeDay(std::min(year, 2099), 12, 31));
       for (std::size_t i = 0; i < bars.size(); ++i) {
         const auto& [date, open, high, low, close, volume] = bars[i];
-        ASSERT_TRUE(lowest * 100 <= low && low <= std::min(open, close) &&
-                    std::max(open, close) <= high && high <= highest * 100 && volume > 0)
+        ASSERT_TRUE(Price(lowest, 2) <= low && low <= std::min(open, close) &&
+                    std::max(open, close) <= high && high <= Price(highest, 2) && volume > 0)
             << ticker << tableDate(date);
-        ASSERT_GE(i < 522 ? 0 : (close - bars[i - 522].close) * trend, 0) << ticker << year;
+        const auto way = close <=> (i < 522 ? close : bars[i - 522].close);
+        ASSERT_TRUE(way == 0 || trend == 0 || (way > 0) == (trend > 0)) << ticker << year;
       }
     }
   }

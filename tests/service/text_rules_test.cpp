@@ -47,20 +47,55 @@ TEST(TextRules, DatesOfProvidersAreReadUnlessTheyAreUnclear) {
   EXPECT_TRUE(isFifth("1793923200", {DayOrder::Unclear, -1}));
 }
 
-TEST(TextRules, PricesAreExactDecimalsRoundedOnce) {
+Price price(const char* text) { return parseDecimal(text, true)->price().value().value; }
+
+TEST(TextRules, PricesGoOutAsTheyCameInUpToTenDigits) {
   std::string shown;
-  for (const char* text : {"12,5", "12.345", "12.34499", "0.12344", "0.12345", "0.99995", ".5",
-                           "007.", "1000000000"}) {
-    shown += priceText(parsePrice(text, true).value_or(0)) + " ";
+  for (const char* text :
+       {"12,5", "1.092660", "0.00001234", ".5", "007.", "150000000000", "1e-5", "1.5E+3", "0e9",
+        "12345678.94", "0.0012345678901", "9.9999999995", "1.00000000049999999999999999999"}) {
+    shown += price(text).text() + " ";
   }
-  EXPECT_EQ(shown, "12.50 12.35 12.34 0.1234 0.1235 1.00 0.5000 7.00 1000000000.00 ");
-  for (const char* text : {"1000000000.0001", "99999999999999999999999", "1.234,5", "1,234,5", "-1",
-                           "+1", "1e3", "nan", "0x10", ".", "", "1 000"}) {
-    EXPECT_FALSE(parsePrice(text, true)) << text;
+  EXPECT_EQ(shown,
+            "12.50 1.09266 0.00001234 0.50 7.00 150000000000.00 0.00001 1500.00 0.00 "
+            "12345678.94 0.00123456789 10.00 1.00 ");
+  for (const char* text : {"1.234,5", "1,234,5", "-1", "+1", "nan", "0x10", ".", "", "1 000", "1e",
+                           "1e+-5", "1e5x", "e5", "1e99999999999", "1f5"}) {
+    EXPECT_FALSE(parseDecimal(text, true)) << text;
   }
-  EXPECT_FALSE(parsePrice("12,5", false));
-  EXPECT_EQ(changeText(123'960, 125'000), "-0.10");
-  EXPECT_EQ(changeText(125'000, 125'000) + changeText(9'999, 10'100), "0.00-0.0101");
+  EXPECT_FALSE(parseDecimal("12,5", false));
+  for (const char* text : {"1000000000000000", "999999999999999.9", "1e-19", "1e300"}) {
+    EXPECT_FALSE(parseDecimal(text, true)->price()) << text;
+  }
+}
+
+TEST(TextRules, PricesAreComparedAndTakenFromEachOtherExactly) {
+  const char* const kAscending[] = {"0", "1e-18", "0.99999", "1", "1.000000001", "2", "9e14"};
+  for (std::size_t i = 1; i < std::size(kAscending); ++i) {
+    EXPECT_LT(price(kAscending[i - 1]), price(kAscending[i]));
+  }
+  EXPECT_EQ(price("1.10"), Price(11, 1));
+  for (const auto& [last, before, change] :
+       {std::tuple{"12.40", "12.5", "-0.10"},
+        {"1.09266", "1.1", "-0.00734"},
+        {"7", "7.00", "0.00"},
+        {"900000000000000", "0.000000000000000001", "+899999999999999.999999999999999999"}}) {
+    EXPECT_EQ(changeText(price(last), price(before)), change);
+  }
+}
+
+TEST(TextRules, VolumesEndAtSixtyFourBits) {
+  const std::int64_t most = std::numeric_limits<std::int64_t>::max();
+  for (const auto& [text, whole, cut] : {std::tuple{"1000.9", std::int64_t{1000}, false},
+                                         {"1.5e3", 1500, false},
+                                         {"9e-9", 0, false},
+                                         {"9223372036854775807", most, false},
+                                         {"9223372036854775808", most, true},
+                                         {"1e400", most, true}}) {
+    const auto kept = parseDecimal(text, false)->whole();
+    EXPECT_EQ(std::tie(kept.value, kept.cut), std::tie(whole, cut)) << text;
+  }
+  EXPECT_EQ(sumOfVolumes(most, 1), most);
 }
 
 TEST(TextRules, OnlyThisComputerIsLoopback) {
@@ -100,8 +135,9 @@ std::string summary(const PriceRows& rows) {
 }
 std::string ofFile(std::string_view text) { return summary(parsePriceFile(text)); }
 std::string ofJson(const std::string& text, const std::string& path = "",
-                   const ColumnNames& names = kUsualNames) {
-  return summary(parseJsonRows(text, path, {names, parseDay, nullptr}));
+                   const ColumnNames& names = kUsualNames,
+                   const std::function<std::optional<Day>(std::string_view)>& readDay = parseDay) {
+  return summary(parseJsonRows(text, path, {names, readDay, nullptr}));
 }
 
 TEST(PriceFile, ReadsWhatBrokersExport) {
@@ -119,8 +155,8 @@ TEST(PriceFile, ReadsWhatBrokersExport) {
 TEST(PriceFile, LeavesOutAndCountsBadLines) {
   for (const char* bad :
        {"2026-11-05,5,5,5,5,5", "rubbish", ",,,,,", "2026-11-06,0,2,0,2,3", "2026-11-06,3,2,1,1,3",
-        "2026-11-06,1,2,1.5,2,3", "2026-11-06,1,2,1,3,3", "2026-11-06,1,2000000000,1,2,3",
-        "2026-11-06,1,2,0.00001,2,3", "2026-11-06,\"1,2,1,2,3", "2026-11-06,1,2,1,2,-3",
+        "2026-11-06,1,2,1.5,2,3", "2026-11-06,1,2,1,3,3", "2026-11-06,1,1e15,1,2,3",
+        "2026-11-06,1,2,1e-19,2,3", "2026-11-06,\"1,2,1,2,3", "2026-11-06,1,2,1,2,-3",
         "2026-11-06,1,2,1", "2026-11-06,1,2,1,2,\"12,34\"", "2026-11-06,1,2,1,2,\"1,2345678\""}) {
     EXPECT_EQ(ofFile(kHeader + "2026-11-05,1,2,1,2,3\n" + bad), "5-Nov-26,1.00,2.00,1.00,2.00,3\n1")
         << bad;
@@ -143,6 +179,13 @@ TEST(JsonRows, ReadsRowsInEveryArrangement) {
   EXPECT_EQ(kTwo, ofJson(R"([{"day":"5-Nov-26","bid":{"o":1.25,"h":2.5,"l":1,"c":[2]},"n":1000},
                        {"day":"6-Nov-26","bid":{"o":2,"h":4,"l":1,"c":[3]},"n":"N/A"}])",
                          "", {"day", "/bid/o", "/bid/h", "/bid/l", "/bid/c/0", "n"}));
+}
+
+TEST(JsonRows, TakesNumbersAsTheyAreWritten) {
+  EXPECT_EQ(ofJson(R"([{"date":20261105,"open":1.10,"high":1.092660001E+5,"low":1.25e-5,
+                        "close":0.30000000000000004,"volume":18446744073709551616}])",
+                   "", kUsualNames, [](auto text) { return parseAnyDay(text, {}); }),
+            "5-Nov-26,1.10,109266.0001,0.0000125,0.30,9223372036854775807\n0");
 }
 
 TEST(JsonRows, SaysWhatIsWrong) {
