@@ -2,46 +2,57 @@
 
 #include <QCryptographicHash>
 #include <QDir>
+#include <QFile>
 #include <QLocalSocket>
 #include <QLockFile>
-#include <QStandardPaths>
+
+#include "runtime/runtime_folder.hpp"
 
 namespace quintara {
 
 namespace {
 
-constexpr int kPatience = 2000;  // milliseconds
 constexpr char activationVariable[] = "XDG_ACTIVATION_TOKEN";
 constexpr char answerLine[] = "here\n";
 
 }  // namespace
 
-SingleViewer::SingleViewer(const QString& folder, const QString& file) {
-  const QByteArray hash = QCryptographicHash::hash(file.toUtf8(), QCryptographicHash::Sha256);
-  // A socket's path has room for about a hundred characters: a short name, not the file's.
-  socket_ = QDir(folder).filePath(QStringLiteral("quintara-help-") +
-                                  QString::fromLatin1(hash.toHex().left(16)));
+SingleViewer::SingleViewer(const QString& folder, const QString& file,
+                           std::chrono::milliseconds patience)
+    : patience_(patience) {
+  if (!folder.isEmpty()) {
+    const QByteArray hash = QCryptographicHash::hash(file.toUtf8(), QCryptographicHash::Sha256);
+    const QString name = "help-" + QString::fromLatin1(hash.toHex().left(12));
+    static_assert(sizeof("help-0123456789ab.lock") <= kLongestRuntimeName);
+    socket_ = QDir(folder).filePath(name);
+  }
 }
 
 bool SingleViewer::handOver() {
+  if (socket_.isEmpty()) {
+    return false;
+  }
+  const QDeadlineTimer deadline(patience_);
   // Two viewers started at once must not both find the socket stale and replace each other's.
-  QLockFile lock(socket_ + QStringLiteral(".lock"));
-  lock.tryLock(kPatience);
-  if (ringOther()) {
+  QLockFile lock(socket_ + ".lock");
+  if (!lock.tryLock(static_cast<int>(deadline.remainingTime()))) {
+    return false;
+  }
+  if (ringOther(deadline)) {
     return true;
   }
   QLocalServer::removeServer(socket_);
-  server_.setSocketOptions(QLocalServer::UserAccessOption);
   if (server_.listen(socket_)) {
     QObject::connect(&server_, &QLocalServer::newConnection, &server_, [this] { answer(); });
   }
   return false;
 }
 
-bool SingleViewer::ringOther() const {
+bool SingleViewer::ringOther(const QDeadlineTimer& deadline) const {
+  const auto left = [&deadline] { return static_cast<int>(deadline.remainingTime()); };
   QLocalSocket other;
   other.connectToServer(socket_);
-  if (!other.waitForConnected(kPatience)) {
+  if (!other.waitForConnected(left())) {
     return false;
   }
   // The desktop gives the token to the program the user started; the open window needs it to be
@@ -50,7 +61,7 @@ bool SingleViewer::ringOther() const {
   other.flush();
   // A viewer that hangs accepts connections too, but does not answer.
   while (!other.canReadLine()) {
-    if (!other.waitForReadyRead(kPatience)) {
+    if (!other.waitForReadyRead(left())) {
       return false;
     }
   }
@@ -80,7 +91,11 @@ void SingleViewer::answer() {
 }
 
 QString userRuntimeFolder() {
-  return QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
+  try {
+    return QFile::decodeName(runtimeFolder().c_str());
+  } catch (const RuntimeFolderUnusable&) {
+    return {};
+  }
 }
 
 }  // namespace quintara

@@ -6,6 +6,8 @@
 #include <QHelpIndexWidget>
 #include <QHelpLink>
 #include <QLineEdit>
+#include <QLocalSocket>
+#include <QLockFile>
 #include <QRegularExpression>
 #include <QTabWidget>
 #include <QTemporaryDir>
@@ -106,6 +108,40 @@ TEST_F(Viewer, FindsTextRoundTheEndsOfThePage) {
     EXPECT_TRUE(page().findText("readout", false));
   EXPECT_TRUE(page().findText("Internet", true));
   EXPECT_FALSE(page().findText("no such words", false));
+}
+
+// Its socket's name, which nobody else needs to know.
+std::filesystem::path socketOf(const QTemporaryDir& folder, const QString& file) {
+  SingleViewer viewer(folder.path(), file);
+  EXPECT_FALSE(viewer.handOver());
+  return std::filesystem::directory_iterator(folder.path().toStdString())->path();
+}
+
+TEST(SingleViewer, OpensAWindowInTimeWhateverIsInItsWay) {
+  const QString file = "/a/Helpfile.hlp";
+  EXPECT_FALSE(SingleViewer("", file).handOver());
+  for (const std::string hindrance : {"silent", "dribbling", "locked"}) {
+    const QTemporaryDir folder;
+    const QString socket = QString::fromStdString(socketOf(folder, file));
+    QLocalServer other;
+    ASSERT_TRUE(other.listen(socket));
+    QLockFile lock(socket + ".lock");
+    ASSERT_TRUE(hindrance != "locked" || lock.tryLock());
+    auto viewer = std::async(std::launch::async, [&] {
+      return SingleViewer(folder.path(), file, std::chrono::milliseconds(300)).handOver();
+    });
+    auto caller = other.waitForNewConnection(100) ? other.nextPendingConnection() : nullptr;
+    auto state = std::future_status::timeout;
+    for (int bytes = 0; bytes < 100 && state != std::future_status::ready; ++bytes) {
+      if (caller && hindrance == "dribbling") {
+        caller->write("h");
+        caller->flush();
+      }
+      state = viewer.wait_for(std::chrono::milliseconds(50));
+    }
+    EXPECT_EQ(state, std::future_status::ready) << hindrance;
+    EXPECT_FALSE(viewer.get()) << hindrance;
+  }
 }
 
 TEST(SingleViewer, ALaterLaunchForTheSameFileRingsTheFirstAlsoOverASocketLeftByACrash) {
