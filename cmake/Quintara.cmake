@@ -6,7 +6,6 @@ set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
 add_library(quintara_settings INTERFACE)
-target_include_directories(quintara_settings INTERFACE "${PROJECT_SOURCE_DIR}/src")
 target_compile_options(quintara_settings INTERFACE
   -Wall -Wextra -Wconversion -Wshadow $<$<BOOL:${QUINTARA_WERROR}>:-Werror>
   # GCC 12 takes the concatenation of strings for overlapping copies; GCC 13 no longer does.
@@ -19,11 +18,54 @@ if(QUINTARA_SANITIZE)
   target_link_options(quintara_settings INTERFACE -fsanitize=${QUINTARA_SANITIZE})
 endif()
 
-# quintara_room(NAME SOURCES... LINKS target...): one folder, one static library; LINKS are its arrows.
+# quintara_doors(TARGET FOLDER): lets those who link TARGET include the headers of FOLDER, and no others.
+# The include directory is a folder of links to just these headers, so that a header whose room is not
+# linked is not found. Their paths begin below src/ or tests/, or at the project (service/...).
+function(quintara_doors target folder)
+  cmake_path(ABSOLUTE_PATH folder NORMALIZE)
+  set(path "${folder}")
+  foreach(root "${PROJECT_SOURCE_DIR}/src" "${PROJECT_SOURCE_DIR}/tests" "${PROJECT_SOURCE_DIR}")
+    cmake_path(IS_PREFIX root "${folder}" below)
+    if(below)
+      cmake_path(RELATIVE_PATH path BASE_DIRECTORY "${root}")
+      break()
+    endif()
+  endforeach()
+  set(doors "${CMAKE_BINARY_DIR}/doors/${target}")
+  file(GLOB headers CONFIGURE_DEPENDS "${folder}/*.hpp")
+  file(REMOVE_RECURSE "${doors}/${path}")
+  file(MAKE_DIRECTORY "${doors}/${path}")
+  foreach(header IN LISTS headers)
+    cmake_path(GET header FILENAME name)
+    file(CREATE_LINK "${header}" "${doors}/${path}/${name}" SYMBOLIC)
+  endforeach()
+  get_target_property(type ${target} TYPE)
+  if(type STREQUAL "INTERFACE_LIBRARY")
+    target_include_directories(${target} INTERFACE "${doors}")
+  else()
+    target_include_directories(${target} PUBLIC "${doors}")
+  endif()
+endfunction()
+
+# quintara_room(NAME [FOLDER folder] SOURCES file... LINKS target...): one folder, one static library;
+# LINKS are its arrows. They can only lead to rooms that are there already: no circles.
 function(quintara_room name)
-  cmake_parse_arguments(ROOM "" "" "SOURCES;LINKS;PRIVATE_LINKS" ${ARGN})
+  cmake_parse_arguments(ROOM "" "FOLDER" "SOURCES;LINKS;PRIVATE_LINKS" ${ARGN})
+  if(NOT ROOM_FOLDER)
+    set(ROOM_FOLDER ${name})
+  endif()
+  foreach(link IN LISTS ROOM_LINKS)
+    if(NOT TARGET ${link})
+      message(FATAL_ERROR "The room ${name} links ${link}, which is no room below it")
+    endif()
+  endforeach()
+  list(TRANSFORM ROOM_SOURCES PREPEND "${ROOM_FOLDER}/")
   add_library(${name} STATIC ${ROOM_SOURCES})
+  quintara_doors(${name} "${ROOM_FOLDER}")
   target_link_libraries(${name} PUBLIC quintara_settings ${ROOM_LINKS} PRIVATE ${ROOM_PRIVATE_LINKS})
+  # What the test of the walls compares with what the room's files can include.
+  file(GENERATE OUTPUT "${CMAKE_BINARY_DIR}/walls/${name}" CONTENT
+    "folder ${ROOM_FOLDER}\nlinks ${ROOM_LINKS}\nsees $<TARGET_PROPERTY:${name},INCLUDE_DIRECTORIES>\n")
 endfunction()
 
 # quintara_test(NAME SOURCES... LINKS target... [ENVIRONMENT VAR=value...]): one GoogleTest program
@@ -31,8 +73,8 @@ endfunction()
 function(quintara_test name)
   cmake_parse_arguments(TEST "" "" "SOURCES;LINKS;ENVIRONMENT" ${ARGN})
   add_executable(${name} ${TEST_SOURCES})
-  target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
-  target_link_libraries(${name} PRIVATE quintara_settings ${TEST_LINKS} GTest::gmock GTest::gtest_main)
+  target_link_libraries(${name}
+    PRIVATE quintara_settings test_support ${TEST_LINKS} GTest::gmock GTest::gtest_main)
   set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/tests")
   add_test(NAME ${name} COMMAND ${name})
   set_tests_properties(${name} PROPERTIES TIMEOUT 300 ENVIRONMENT "${TEST_ENVIRONMENT}")
