@@ -4,8 +4,6 @@
 
 #include <memory>
 
-#include "service/text/text.hpp"
-
 namespace quintara::quotes {
 namespace {
 
@@ -19,13 +17,6 @@ std::string partOf(CURLU* url, CURLUPart part, unsigned flags = 0) {
 }
 
 }  // namespace
-
-bool leadSameWay(const UrlParts& from, const UrlParts& to) {
-  const bool same = from.scheme == to.scheme && from.port == to.port;
-  const bool secured =
-      from.scheme == "http" && from.port == "80" && to.scheme == "https" && to.port == "443";
-  return equalIgnoringCase(from.host, to.host) && (same || secured);
-}
 
 std::optional<UrlParts> urlParts(const std::string& url) {
   const std::unique_ptr<CURLU, void (*)(CURLU*)> parsed(curl_url(), curl_url_cleanup);

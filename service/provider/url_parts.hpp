@@ -14,10 +14,6 @@ struct UrlParts {
   bool operator==(const UrlParts&) const = default;
 };
 
-/// Whether both lead to one server, so that one may learn a secret that is meant for the other: the
-/// usual ports of http and https of one host belong together.
-bool leadSameWay(const UrlParts& from, const UrlParts& to);
-
 /// No value for what is no address, has another scheme, or names a user.
 std::optional<UrlParts> urlParts(const std::string& url);
 
