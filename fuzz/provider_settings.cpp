@@ -7,7 +7,7 @@
 #include <string>
 
 #include "service/prices/json_rows.hpp"
-#include "service/provider/url_parts.hpp"
+#include "transfer/url_parts.hpp"
 #include "target.hpp"
 
 namespace quintara::fuzz {

@@ -9,7 +9,7 @@
 #include <stdexcept>
 
 #include "service/provider/this_computer.hpp"
-#include "service/provider/url_parts.hpp"
+#include "transfer/url_parts.hpp"
 #include "service/text/text.hpp"
 
 namespace quintara::quotes {

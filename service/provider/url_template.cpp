@@ -4,7 +4,7 @@
 #include <stdexcept>
 #include <utility>
 
-#include "service/provider/url_parts.hpp"
+#include "transfer/url_parts.hpp"
 #include "service/text/text.hpp"
 
 namespace quintara::quotes {

@@ -3,7 +3,6 @@
 #include <QCoreApplication>
 
 #include "platform/qt/dispatcher.hpp"
-#include "platform/qt/transfer.hpp"
 #include "values/errors.hpp"
 
 namespace quintara {

@@ -1,18 +1,11 @@
 #pragma once
 
-#include <chrono>
-#include <cstddef>
-
 #include "platform/platform.hpp"
+#include "transfer/transfer.hpp"
 
 namespace quintara {
 
 class Dispatcher;
-
-struct TransferLimits {
-  std::chrono::milliseconds time{60'000};     ///< for all of a transfer, redirects included
-  std::size_t bytes = std::size_t{64} << 20;  ///< of the body
-};
 
 /// Fetches over plain HTTP. While it waits, windows are repainted but no handler starts; closing
 /// the main window makes the transfer fail.

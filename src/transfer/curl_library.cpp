@@ -1,4 +1,4 @@
-#include "platform/qt/curl_library.hpp"
+#include "transfer/curl_library.hpp"
 
 #include <dlfcn.h>
 

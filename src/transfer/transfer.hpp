@@ -1,14 +1,19 @@
 #pragma once
 
 #include <chrono>
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <string_view>
 
-#include "platform/qt/curl_library.hpp"
-#include "platform/qt/http_client.hpp"
+#include "transfer/curl_library.hpp"
 
 namespace quintara {
+
+struct TransferLimits {
+  std::chrono::milliseconds time{60'000};     ///< for all of a transfer, redirects included
+  std::size_t bytes = std::size_t{64} << 20;  ///< of the body
+};
 
 /// The URL as it goes out: blanks, controls, '#' and bytes beyond ASCII percent-encoded, the rest
 /// as it stands.

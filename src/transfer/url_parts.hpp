@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-namespace quintara::quotes {
+namespace quintara {
 
 /// Where an address leads.
 struct UrlParts {
@@ -17,4 +17,4 @@ struct UrlParts {
 /// No value for what is no address, has another scheme, or names a user.
 std::optional<UrlParts> urlParts(const std::string& url);
 
-}  // namespace quintara::quotes
+}  // namespace quintara

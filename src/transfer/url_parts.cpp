@@ -1,10 +1,10 @@
-#include "service/provider/url_parts.hpp"
+#include "transfer/url_parts.hpp"
 
 #include <curl/curl.h>
 
 #include <memory>
 
-namespace quintara::quotes {
+namespace quintara {
 namespace {
 
 std::string partOf(CURLU* url, CURLUPart part, unsigned flags = 0) {
@@ -32,4 +32,4 @@ std::optional<UrlParts> urlParts(const std::string& url) {
   return parts;
 }
 
-}  // namespace quintara::quotes
+}  // namespace quintara

@@ -1,4 +1,4 @@
-#include "platform/qt/transfer.hpp"
+#include "transfer/transfer.hpp"
 
 #include <cstdlib>
 
