@@ -35,6 +35,7 @@ set(needed
   curl               # the launcher asks who answers on the ports
   fonts-dejavu-core  # what "sans" means to the help; with Liberation alone it is fixed-width
   fonts-liberation   # the sans font the layout is drawn for
+  "libcurl4 (>= 7.85)"  # window and service load it with their first transfer
   libqt6sql6-sqlite  # the help viewer's index is a database
   qt6-wayland)       # windows under Wayland; those under X11 come with the toolkit
 list(JOIN needed ", " CPACK_DEBIAN_PACKAGE_DEPENDS)

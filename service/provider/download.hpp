@@ -5,15 +5,13 @@
 #include <stop_token>
 #include <string>
 
+#include "transfer/transfer.hpp"
+
 namespace quintara::quotes {
 
-/// What came back. No part of it shows the address.
-struct Download {
-  long status = 0;  ///< of HTTP; 0 if nothing usable came
-  std::string body;
-  std::string host;     ///< that was asked last, after redirects perhaps
-  std::string problem;  ///< one line in our words; empty if a reply came, whatever its status
-  std::string detail;   ///< of the problem, in words from outside
+/// What came back at last. No part of it shows the address.
+struct Download : TransferAnswer {
+  std::string host;  ///< that was asked last, after redirects perhaps
 };
 
 struct DownloadRequest {

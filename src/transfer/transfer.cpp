@@ -1,21 +1,26 @@
 #include "transfer/transfer.hpp"
 
+#include <algorithm>
+#include <array>
 #include <cstdlib>
+#include <new>
+#include <utility>
 
-#include "values/errors.hpp"
+#include "transfer/curl_library.hpp"
 
 namespace quintara {
 
 namespace {
 
-[[noreturn]] void fail() { throw RuntimeError(ErrorKind::TransferFailed); }
+constexpr long kLongestConnecting = 10'000;  // milliseconds
 
-template <class Value>
-void set(CURL* easy, CURLoption option, Value value) {
-  if (curl().easySetOption(easy, option, value) != CURLE_OK) {
-    fail();
-  }
-}
+struct Free {
+  void operator()(CURL* easy) const { curl().easyCleanup(easy); }
+  void operator()(curl_slist* list) const { curl().listFree(list); }
+};
+struct FreeMulti {
+  void operator()(CURLM* multi) const { curl().multiCleanup(multi); }
+};
 
 /// The user's own exceptions from the proxy, and this computer.
 std::string hostsWithoutProxy() {
@@ -36,86 +41,154 @@ std::string hostsWithoutProxy() {
 
 }  // namespace
 
-std::string encodedUrl(std::string_view url) {
-  constexpr std::string_view kDigits = "0123456789ABCDEF";
-  std::string encoded;
-  encoded.reserve(url.size());
-  for (const char character : url) {
-    const auto byte = static_cast<unsigned char>(character);
-    if (byte > 0x20 && byte < 0x7F && byte != '#') {
-      encoded += character;
-    } else {
-      encoded += {'%', kDigits[byte >> 4U], kDigits[byte & 15U]};
+struct Transfer::State {
+  explicit State(const TransferRequest& request);
+  State(const State&) = delete;
+  State& operator=(const State&) = delete;
+  ~State() { curl().multiRemoveHandle(multi.get(), easy.get()); }
+
+  template <class Value>
+  void set(CURLoption option, Value value) {
+    if (curl().easySetOption(easy.get(), option, value) != CURLE_OK) {
+      failForCurl();
     }
   }
-  return encoded;
+  void setWhatToAsk(const TransferRequest& request);
+  void setLimits(const TransferRequest& request);
+  static std::size_t receive(char* data, std::size_t size, std::size_t count, void* state);
+  void finish(CURLcode code);
+  [[nodiscard]] std::string problemOf(CURLcode code) const;
+
+  const std::size_t mostBytes;
+  bool tooLarge = false;
+  TransferAnswer answer;
+  std::array<char, CURL_ERROR_SIZE> error{};
+  std::unique_ptr<curl_slist, Free> headers;
+  const std::unique_ptr<CURL, Free> easy{curl().easyInit()};
+  const std::unique_ptr<CURLM, FreeMulti> multi{curl().multiInit()};
+};
+
+Transfer::State::State(const TransferRequest& request) : mostBytes(request.limits.bytes) {
+  if (!easy || !multi) {
+    failForCurl();
+  }
+  setWhatToAsk(request);
+  setLimits(request);
+  if (curl().multiAddHandle(multi.get(), easy.get()) != CURLM_OK) {
+    failForCurl();
+  }
 }
 
-Transfer::Transfer(const std::string& url, const TransferLimits& limits) : limits_(limits) {
-  easy_.reset(curl().easyInit());
-  multi_.reset(curl().multiInit());
-  if (!easy_ || !multi_) {
-    fail();
+void Transfer::State::setWhatToAsk(const TransferRequest& request) {
+  set(CURLOPT_URL, request.url.c_str());
+  set(CURLOPT_PATH_AS_IS, 1L);
+  if (!request.agent.empty()) {
+    set(CURLOPT_USERAGENT, request.agent.c_str());
   }
-  set(easy_.get(), CURLOPT_URL, encodedUrl(url).c_str());
-  set(easy_.get(), CURLOPT_WRITEFUNCTION, &Transfer::receive);
-  set(easy_.get(), CURLOPT_WRITEDATA, static_cast<void*>(this));
-  restrict();
-  if (curl().multiAddHandle(multi_.get(), easy_.get()) != CURLM_OK) {
-    fail();
+  if (request.unpack) {
+    set(CURLOPT_ACCEPT_ENCODING, "");  // whatever can be unpacked
   }
+  if (!request.header.empty()) {
+    headers.reset(curl().listAppend(nullptr, request.header.c_str()));
+    if (!headers) {
+      failForCurl();
+    }
+    set(CURLOPT_HTTPHEADER, headers.get());
+    set(CURLOPT_HEADEROPT, static_cast<long>(CURLHEADER_SEPARATE));
+  }
+  if (!request.caFile.empty()) {
+    set(CURLOPT_CAINFO, request.caFile.c_str());
+    set(CURLOPT_PROXY_CAINFO, request.caFile.c_str());
+  }
+  set(CURLOPT_NOPROXY, hostsWithoutProxy().c_str());
 }
 
-void Transfer::restrict() {
-  CURL* const easy = easy_.get();
-  // Of redirects too.
-  set(easy, CURLOPT_PROTOCOLS_STR, "http");
-  set(easy, CURLOPT_FOLLOWLOCATION, 1L);
-  set(easy, CURLOPT_MAXREDIRS, 3L);
-  set(easy, CURLOPT_DISALLOW_USERNAME_IN_URL, 1L);
-  set(easy, CURLOPT_PATH_AS_IS, 1L);
-  set(easy, CURLOPT_FAILONERROR, 1L);
-  set(easy, CURLOPT_TIMEOUT_MS, static_cast<long>(limits_.time.count()));
-  set(easy, CURLOPT_NOSIGNAL, 1L);
+void Transfer::State::setLimits(const TransferRequest& request) {
+  const long time = std::max(static_cast<long>(request.limits.time.count()), 1L);
+  set(CURLOPT_TIMEOUT_MS, time);
+  set(CURLOPT_CONNECTTIMEOUT_MS, std::min(time, kLongestConnecting));
+  set(CURLOPT_PROTOCOLS_STR, request.protocols.c_str());  // of redirects, too
+  set(CURLOPT_FOLLOWLOCATION, request.followRedirects ? 1L : 0L);
+  set(CURLOPT_MAXREDIRS, static_cast<long>(kMostRedirects));
+  set(CURLOPT_DISALLOW_USERNAME_IN_URL, 1L);
+  set(CURLOPT_FAILONERROR, request.refuseErrors ? 1L : 0L);
+  set(CURLOPT_ERRORBUFFER, error.data());
+  set(CURLOPT_WRITEFUNCTION, &State::receive);
+  set(CURLOPT_WRITEDATA, static_cast<void*>(this));
+  set(CURLOPT_NOSIGNAL, 1L);
+  set(CURLOPT_QUICK_EXIT, 1L);  // no waiting for a name that does not resolve
   // A service may have few workers; none should wait for a request that never comes.
-  set(easy, CURLOPT_FORBID_REUSE, 1L);
-  set(easy, CURLOPT_NOPROXY, hostsWithoutProxy().c_str());
+  set(CURLOPT_FORBID_REUSE, 1L);
 }
 
-Transfer::~Transfer() { curl().multiRemoveHandle(multi_.get(), easy_.get()); }
-
-std::size_t Transfer::receive(char* data, std::size_t size, std::size_t count, void* transfer) {
-  auto& self = *static_cast<Transfer*>(transfer);
+std::size_t Transfer::State::receive(char* data, std::size_t size, std::size_t count, void* state) {
+  auto& self = *static_cast<State*>(state);
+  std::string& body = self.answer.body;
   const std::size_t length = size * count;
-  if (length > self.limits_.bytes - self.body_.size()) {
+  self.tooLarge = length > self.mostBytes - body.size();
+  if (self.tooLarge) {
     return 0;
   }
   try {
-    self.body_.append(data, length);
+    body.append(data, length);
   } catch (const std::bad_alloc&) {
     return 0;
   }
   return length;
 }
 
+void Transfer::State::finish(CURLcode code) {
+  if (code == CURLE_OK) {
+    curl().easyGetInfo(easy.get(), CURLINFO_RESPONSE_CODE, &answer.status);
+    const char* target = nullptr;
+    curl().easyGetInfo(easy.get(), CURLINFO_REDIRECT_URL, &target);
+    answer.redirect = target != nullptr ? target : "";
+    return;
+  }
+  answer = {};
+  answer.problem = problemOf(code);
+  // libcurl's longer messages can show a proxy's password or an address; those about certificates
+  // do not, and say what is wrong with them.
+  answer.detail = code == CURLE_PEER_FAILED_VERIFICATION ? error.data() : "";
+  answer.noAuthorities = code == CURLE_SSL_CACERT_BADFILE;
+}
+
+std::string Transfer::State::problemOf(CURLcode code) const {
+  if (tooLarge) {
+    return "the reply is larger than " + std::to_string(mostBytes >> 20U) + " MB";
+  }
+  long proxyStatus = 0;
+  curl().easyGetInfo(easy.get(), CURLINFO_HTTP_CONNECTCODE, &proxyStatus);
+  return proxyStatus >= 300 ? "the proxy answered " + std::to_string(proxyStatus)
+                            : curl().easyErrorText(code);
+}
+
+Transfer::Transfer(const TransferRequest& request) : state_(std::make_unique<State>(request)) {}
+
+Transfer::~Transfer() = default;
+
 bool Transfer::advance(std::chrono::milliseconds patience) {
+  CURLM* const multi = state_->multi.get();
   int running = 0;
-  if (curl().multiPerform(multi_.get(), &running) != CURLM_OK) {
-    fail();
+  if (curl().multiPerform(multi, &running) != CURLM_OK) {
+    failForCurl();
   }
   if (running > 0) {
     const int wait = static_cast<int>(patience.count());
-    if (curl().multiPoll(multi_.get(), nullptr, 0, wait, nullptr) != CURLM_OK) {
-      fail();
+    if (curl().multiPoll(multi, nullptr, 0, wait, nullptr) != CURLM_OK) {
+      failForCurl();
     }
     return false;
   }
   int left = 0;
-  const CURLMsg* message = curl().multiInfoRead(multi_.get(), &left);
-  if (message == nullptr || message->data.result != CURLE_OK) {
-    fail();
+  const CURLMsg* message = curl().multiInfoRead(multi, &left);
+  if (message == nullptr) {
+    failForCurl();
   }
+  state_->finish(message->data.result);
   return true;
 }
+
+TransferAnswer Transfer::takeAnswer() { return std::move(state_->answer); }
 
 }  // namespace quintara

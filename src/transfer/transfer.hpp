@@ -2,51 +2,61 @@
 
 #include <chrono>
 #include <cstddef>
+#include <filesystem>
 #include <memory>
 #include <string>
-#include <string_view>
-
-#include "transfer/curl_library.hpp"
 
 namespace quintara {
 
 struct TransferLimits {
   std::chrono::milliseconds time{60'000};     ///< for all of a transfer, redirects included
-  std::size_t bytes = std::size_t{64} << 20;  ///< of the body
+  std::size_t bytes = std::size_t{64} << 20;  ///< of the body, unpacked
 };
 
-/// The URL as it goes out: blanks, controls, '#' and bytes beyond ASCII percent-encoded, the rest
-/// as it stands.
-std::string encodedUrl(std::string_view url);
+/// What to ask for, and how.
+struct TransferRequest {
+  std::string url{};               ///< goes out as it stands; no user's name in it
+  std::string protocols = "http";  ///< for redirects, too; such as "http,https"
+  TransferLimits limits{};
+  std::string agent{};             ///< what the client calls itself; empty for nothing
+  std::string header{};            ///< one more for the server, none for a proxy; empty for none
+  bool unpack = false;             ///< the reply may come compressed
+  bool followRedirects = false;    ///< kMostRedirects of them; otherwise the answer tells where to
+  bool refuseErrors = false;       ///< a status of 400 or above is a problem
+  std::filesystem::path caFile{};  ///< whom to trust instead of the system's authorities
+};
 
-/// One GET over plain HTTP, driven by its caller. Redirects are followed, three at most.
+inline constexpr int kMostRedirects = 4;
+
+/// What came back.
+struct TransferAnswer {
+  long status = 0;  ///< of HTTP; 0 if nothing usable came
+  std::string body;
+  std::string redirect;  ///< where the reply sends the client; empty for nowhere
+  std::string problem;   ///< one line in our words; empty if a reply came, whatever its status
+  std::string detail;    ///< of the problem, in words from outside that show no address
+  bool noAuthorities = false;  ///< the problem: nobody to trust was found
+};
+
+/// One GET over HTTP or HTTPS, driven by its caller: through the proxy that the environment names,
+/// never on the way to this computer. Certificates are verified.
 class Transfer {
  public:
-  /// Throws TransferFailed for a URL that cannot be asked for.
-  Transfer(const std::string& url, const TransferLimits& limits);
+  /// Throws TransferFailed when libcurl cannot be used.
+  explicit Transfer(const TransferRequest& request);
   Transfer(const Transfer&) = delete;
   Transfer& operator=(const Transfer&) = delete;
   ~Transfer();
 
-  /// Goes on as far as it can without waiting; true when the body is complete. Otherwise waits for
-  /// the network, for `patience` at most. Throws TransferFailed.
+  /// Goes on as far as it can without waiting; true when the answer is there. Otherwise waits for
+  /// the network, for `patience` at most. Throws TransferFailed when libcurl cannot be used.
   bool advance(std::chrono::milliseconds patience);
-  [[nodiscard]] std::string takeBody() { return std::move(body_); }
+  /// Once, after `advance` said so.
+  [[nodiscard]] TransferAnswer takeAnswer();
 
  private:
-  struct EasyCleanup {
-    void operator()(CURL* easy) const { curl().easyCleanup(easy); }
-  };
-  struct MultiCleanup {
-    void operator()(CURLM* multi) const { curl().multiCleanup(multi); }
-  };
-  static std::size_t receive(char* data, std::size_t size, std::size_t count, void* transfer);
-  void restrict();
-
-  const TransferLimits limits_;
-  std::string body_;
-  std::unique_ptr<CURL, EasyCleanup> easy_;
-  std::unique_ptr<CURLM, MultiCleanup> multi_;
+  struct State;
+  const std::unique_ptr<State> state_;
 };
 
 }  // namespace quintara

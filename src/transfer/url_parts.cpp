@@ -1,27 +1,28 @@
 #include "transfer/url_parts.hpp"
 
-#include <curl/curl.h>
-
 #include <memory>
+
+#include "transfer/curl_library.hpp"
 
 namespace quintara {
 namespace {
 
 std::string partOf(CURLU* url, CURLUPart part, unsigned flags = 0) {
   char* text = nullptr;
-  if (curl_url_get(url, part, &text, flags) != CURLUE_OK) {
+  if (curl().urlGet(url, part, &text, flags) != CURLUE_OK) {
     return {};
   }
-  const std::unique_ptr<char, void (*)(void*)> owner(text, curl_free);
+  const std::unique_ptr<char, decltype(&curl_free)> owner(text, curl().free);
   return text;
 }
 
 }  // namespace
 
 std::optional<UrlParts> urlParts(const std::string& url) {
-  const std::unique_ptr<CURLU, void (*)(CURLU*)> parsed(curl_url(), curl_url_cleanup);
+  const std::unique_ptr<CURLU, decltype(&curl_url_cleanup)> parsed(curl().newUrl(),
+                                                                   curl().urlCleanup);
   if (!parsed ||
-      curl_url_set(parsed.get(), CURLUPART_URL, url.c_str(), CURLU_DISALLOW_USER) != CURLUE_OK) {
+      curl().urlSet(parsed.get(), CURLUPART_URL, url.c_str(), CURLU_DISALLOW_USER) != CURLUE_OK) {
     return std::nullopt;
   }
   UrlParts parts{partOf(parsed.get(), CURLUPART_SCHEME), partOf(parsed.get(), CURLUPART_HOST),

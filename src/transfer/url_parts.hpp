@@ -14,7 +14,8 @@ struct UrlParts {
   bool operator==(const UrlParts&) const = default;
 };
 
-/// No value for what is no address, has another scheme, or names a user.
+/// No value for what is no address, has another scheme, or names a user. Throws
+/// TransferFailed when libcurl cannot be used.
 std::optional<UrlParts> urlParts(const std::string& url);
 
 }  // namespace quintara

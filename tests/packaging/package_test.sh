@@ -21,11 +21,14 @@ check "cmake --install gives the package's tree" \
 check "nothing outside of /usr, no script run when it is removed" \
   [ "$(cd "$work/root" && echo * DEBIAN/?*)" = "DEBIAN usr DEBIAN/control DEBIAN/md5sums" ]
 
-# Each library that a program or module names has its package among the dependencies.
+# Each library that a program or module is linked with or loads by name has its package among the
+# dependencies.
 depends=$(dpkg-deb -f "$package" Depends)
 for program in "$work"/root/usr/lib/quintara/?*; do
-  for library in $(objdump -p "$program" 2>/dev/null | awk '$1 == "NEEDED" { print $2 }'); do
-    path=$(ldd "$program" | awk -v library="$library" '$1 == library { print $3 }')
+  for library in $(objdump -p "$program" 2>/dev/null | awk '$1 == "NEEDED" { print $2 }'
+                   strings "$program" | grep -xE 'lib[a-z]+\.so\.[0-9]+'); do
+    path=$({ ldd "$program"; /sbin/ldconfig -p; } |
+      awk -v library="$library" '$1 == library { print $NF ~ /^\(/ ? $3 : $NF; exit }')
     [ -n "$path" ] || continue  # the loader itself
     owner=$(dpkg-query -S "$path" "$(readlink -f "$path")" 2>/dev/null | sed 's/:.*//;q')
     check "$owner for $(basename "$program")" grep -qw -- "$owner" <<<"$depends"

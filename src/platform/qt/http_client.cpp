@@ -1,11 +1,34 @@
 #include "platform/qt/http_client.hpp"
 
 #include <QCoreApplication>
+#include <string_view>
+#include <utility>
 
 #include "platform/qt/dispatcher.hpp"
 #include "values/errors.hpp"
 
 namespace quintara {
+
+namespace {
+
+/// The URL as it goes out: blanks, controls, '#' and bytes beyond ASCII percent-encoded, the rest
+/// as it stands.
+std::string encodedUrl(std::string_view url) {
+  constexpr std::string_view kDigits = "0123456789ABCDEF";
+  std::string encoded;
+  encoded.reserve(url.size());
+  for (const char character : url) {
+    const auto byte = static_cast<unsigned char>(character);
+    if (byte > 0x20 && byte < 0x7F && byte != '#') {
+      encoded += character;
+    } else {
+      encoded += {'%', kDigits[byte >> 4U], kDigits[byte & 15U]};
+    }
+  }
+  return encoded;
+}
+
+}  // namespace
 
 /// A body is the same bytes as text and as anything else, so the data type makes no difference.
 std::string CurlHttpClient::OpenURL(const std::string& url, int /*dataType*/) {
@@ -13,7 +36,8 @@ std::string CurlHttpClient::OpenURL(const std::string& url, int /*dataType*/) {
   // Often enough for windows to feel alive, and a service nearby has answered before the first.
   constexpr std::chrono::milliseconds kPause{15};
   const Dispatcher::Busy busy(dispatcher_);
-  Transfer transfer(url, limits_);
+  Transfer transfer(
+      {.url = encodedUrl(url), .limits = limits_, .followRedirects = true, .refuseErrors = true});
   Steady::time_point due = Steady::now() + kPause;
   while (!transfer.advance(kPause)) {
     if (Steady::now() < due) {
@@ -25,7 +49,11 @@ std::string CurlHttpClient::OpenURL(const std::string& url, int /*dataType*/) {
     }
     due = Steady::now() + kPause;
   }
-  return transfer.takeBody();
+  TransferAnswer answer = transfer.takeAnswer();
+  if (!answer.problem.empty()) {
+    throw RuntimeError(ErrorKind::TransferFailed);
+  }
+  return std::move(answer.body);
 }
 
 }  // namespace quintara
