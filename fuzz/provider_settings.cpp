@@ -7,8 +7,8 @@
 #include <string>
 
 #include "service/prices/json_rows.hpp"
-#include "transfer/url_parts.hpp"
 #include "target.hpp"
+#include "transfer/url_parts.hpp"
 
 namespace quintara::fuzz {
 

@@ -4,8 +4,8 @@
 #include <stdexcept>
 #include <utility>
 
-#include "transfer/url_parts.hpp"
 #include "service/text/text.hpp"
+#include "transfer/url_parts.hpp"
 
 namespace quintara::quotes {
 
