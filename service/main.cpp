@@ -50,22 +50,22 @@ int serve(const ServerSettings& settings) {
   return 0;
 }
 
-// The settings of the provider, if there are any.
-std::optional<ProviderSettings> providerOf(const Options& options) {
-  if (options.providerFile.empty() && options.action == Options::Action::Check) {
-    throw BadSettings("neither HOME nor XDG_CONFIG_HOME says where settings of a provider may be");
+// Reads the settings of the provider, if there are any.
+void readProvider(const Options& options, SourceSettings& sources) {
+  try {
+    sources.provider =
+        options.providerFile.empty() ? std::nullopt : readProviderSettings(options.providerFile);
+    if (!sources.provider && options.providerNamed) {
+      throw BadSettings("there is no file " + escaped(options.providerFile.string()));
+    }
+  } catch (const BadSettings& bad) {
+    sources.providerProblem = bad.what();
   }
-  auto settings =
-      options.providerFile.empty() ? std::nullopt : readProviderSettings(options.providerFile);
-  if (!settings && (options.providerNamed || options.action == Options::Action::Check)) {
-    throw BadSettings("there are no settings of a provider in " +
-                      escaped(options.providerFile.string()));
-  }
-  return settings;
 }
 
 int run(int argc, char** argv) {
   Options options = parseOptions(argc, argv);
+  SourceSettings& sources = options.settings.sources;
   switch (options.action) {
     case Options::Action::Help:
       std::cout << helpText();
@@ -74,15 +74,22 @@ int run(int argc, char** argv) {
       std::cout << "quintara-quotes " QUINTARA_VERSION "\n";
       return 0;
     case Options::Action::Check:
-      return checkProvider(*providerOf(options), options.ticker, localToday(), std::cout) ? 0
-                                                                                          : kFailed;
+      readProvider(options, sources);
+      if (!sources.provider) {
+        throw BadSettings(sources.providerProblem.empty()
+                              ? "there are no settings of a provider in " +
+                                    escaped(options.providerFile.string())
+                              : sources.providerProblem);
+      }
+      return checkProvider(*sources.provider, options.ticker, localToday(), std::cout) ? 0
+                                                                                       : kFailed;
     case Options::Action::RuntimeFolder:
       std::cout << quintara::runtimeFolder() << "\n";
       return 0;
     case Options::Action::Serve:
       break;
   }
-  options.settings.sources.provider = providerOf(options);
+  readProvider(options, sources);
   return serve(options.settings);
 }
 

@@ -5,6 +5,21 @@
 #include "service/sources/price_folder.hpp"
 
 namespace quintara::quotes {
+namespace {
+
+// In place of a provider that cannot be asked: it might have known the ticker.
+class UnusableProvider : public PriceSource {
+ public:
+  explicit UnusableProvider(const std::string& problem)
+      : reason_("the settings of the provider cannot be used: " + problem) {}
+
+  Found find(const std::string&, Day) override { return Failed{reason_}; }
+
+ private:
+  const std::string reason_;
+};
+
+}  // namespace
 
 PriceSources standardSources(const SourceSettings& settings, const std::stop_token& stop) {
   PriceSources sources;
@@ -15,6 +30,10 @@ PriceSources standardSources(const SourceSettings& settings, const std::stop_tok
     sources.push_back(std::make_unique<ProviderSource>(*settings.provider, settings.log, stop));
   }
   sources.push_back(std::make_unique<DemoMarket>());
+  if (!settings.providerProblem.empty()) {
+    settings.log.notice("provider", settings.providerProblem);
+    sources.push_back(std::make_unique<UnusableProvider>(settings.providerProblem));
+  }
   return sources;
 }
 

@@ -23,6 +23,11 @@ class Log {
   void error(const std::string& text) const { write(LogLevel::Error, "error: " + text); }
   void warning(const std::string& text) const { write(LogLevel::Warning, "warning: " + text); }
   void info(const std::string& text) const { write(LogLevel::Info, text); }
+  /// What does not stop the service but its owner has to hear of, at every level. The line begins
+  /// with `about`, which whoever started the service looks for.
+  void notice(const std::string& about, const std::string& text) const {
+    write(LogLevel::Error, about + ": " + text);
+  }
   void debug(const std::string& text) const { write(LogLevel::Debug, text); }
 
  private:

@@ -66,7 +66,7 @@ TEST(Program, ReadsTheSettingsOfTheProvider) {
   std::filesystem::create_directory(configuration.path / "quintara");
   for (const auto& [text, flags, message, code] :
        std::initializer_list<std::tuple<const char*, const char*, const char*, int>>{
-           {"url", "", "/quintara/provider.conf: line 1: ", 2},
+           {"url", "--check A", "/quintara/provider.conf: line 1: ", 2},
            {"url = http://127.0.0.1:1/{symbol}", "--check A/B", "a symbol cannot contain /", 1},
            {"url = http://127.0.0.1:1/{symbol}", "--check A", "A: table: Couldn't connect", 1}}) {
     configuration.write("quintara/provider.conf", text);
@@ -74,6 +74,18 @@ TEST(Program, ReadsTheSettingsOfTheProvider) {
     EXPECT_THAT(program.line() + program.line() + program.line(), HasSubstr(message));
     EXPECT_EQ(program.exit(), W_EXITCODE(code, 0));
   }
+}
+
+TEST(Program, ServesWithoutAProviderWhoseSettingsCannotBeUsed) {
+  const TemporaryFolder configuration;
+  std::filesystem::create_directory(configuration.path / "quintara");
+  configuration.write("quintara/provider.conf", "url = x");
+  const Program program("--history-port 0 --quotes-port 0 --log-level error", configuration.path);
+  EXPECT_THAT(
+      program.line(),
+      testing::MatchesRegex("quintara-quotes: provider: .*/provider.conf: line 1: url: .*\n"));
+  ::kill(program.child, SIGTERM);
+  EXPECT_EQ(program.exit(), 0);
 }
 
 TEST(ProviderSettings, NamesTheLineAtFaultAndHidesWhatStandsThere) {

@@ -250,6 +250,17 @@ TEST_F(ProviderTest, ComesBeforeTheDemonstrationMarket) {
               testing::Throws<Refusal>(testing::Field(&Refusal::status, 502)));
 }
 
+TEST_F(ProviderTest, ItsBadSettingsStopOnlyWhatNobodyElseKnows) {
+  const SourceSettings bad{"/nowhere", std::nullopt, log, "line 7: url"};
+  const QuoteDesk desk(standardSources(bad, {}), [] { return kSunday; });
+  EXPECT_THAT(logged, HasSubstr("quintara-quotes: provider: line 7: url\n"));
+  EXPECT_THAT(desk.quote("q?s=DEMO"), HasSubstr("\"DEMO\""));
+  EXPECT_THAT([&] { desk.quote("q?s=A"); },
+              testing::Throws<Refusal>(
+                  AllOf(testing::Field(&Refusal::status, 502),
+                        testing::Property(&Refusal::what, HasSubstr("cannot be used: line 7")))));
+}
+
 TEST_F(ProviderTest, ShowsWhatIsWrongWithTheRepliesForOneSymbol) {
   std::ostringstream out;
   table += kKey + ",1,1,1,1\n";
