@@ -3,15 +3,15 @@
 #include <QFont>
 #include <QWidget>
 
+#include "platform/form_font.hpp"
 #include "platform/qt/units.hpp"
 
 namespace quintara {
 
 QFont formFont(float points, bool bold) {
-  QFont font({"Liberation Sans", "Arimo", "Arial", "Helvetica"});
+  QFont font(QStringList(kFormFontFamilies.begin(), kFormFontFamilies.end()));
   font.setStyleHint(QFont::SansSerif);
-  // Pixels, at 96 to the inch: the layout has no room for a desktop's other idea of a point.
-  font.setPixelSize(static_cast<int>(std::lround(points * 96 / 72)));
+  font.setPixelSize(formFontPixels(points));
   font.setBold(bold);
   return font;
 }

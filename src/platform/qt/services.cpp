@@ -5,6 +5,7 @@
 #include <QLocale>
 #include <QProcess>
 
+#include "platform/locale_info.hpp"
 #include "platform/qt/units.hpp"
 #include "values/errors.hpp"
 
@@ -12,21 +13,9 @@ namespace quintara {
 
 int QtLocaleQuery::GetLocaleInfoA(std::uint32_t /*locale*/, std::int32_t LCType, char* buffer,
                                   int length) {
-  constexpr std::int32_t kDecimal = 14;
-  constexpr std::int32_t kThousand = 15;
-  if (LCType != kDecimal && LCType != kThousand) {
-    return 0;
-  }
   const QLocale user = QLocale::system();
-  const QByteArray separator =
-      (LCType == kDecimal ? user.decimalPoint() : user.groupSeparator()).toUtf8();
-  // Numbers are read byte by byte, so a separator such as the Arabic one is as good as none.
-  if (separator.size() != 1 || length < 2) {
-    return 0;
-  }
-  buffer[0] = separator.front();
-  buffer[1] = '\0';
-  return 2;
+  return localeInfo({user.decimalPoint().toStdString(), user.groupSeparator().toStdString()},
+                    LCType, buffer, length);
 }
 
 Date LocalClock::today() const {
