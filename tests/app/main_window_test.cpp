@@ -17,7 +17,7 @@ TEST_F(Program, DrawsATickerFromEndToEndWithTheDefaults) {
   for (const auto& [box, index] : {std::pair{"cboChartType", 0}, {"cboDuration", 1}})
     EXPECT_EQ(get<ComboBox>(box).ListIndex(), index) << box;
   drawChart("");
-  EXPECT_EQ(get<FakeTextBox>("txtTicker").focused, 1);
+  EXPECT_TRUE(get<HeadlessTextBox>("txtTicker").hasFocus);
   drawChart();
   EXPECT_THAT(platform.log,
               ElementsAre(HasSubstr("window Quintara"), "48 Quintara: Please enter Ticker Symbol",
@@ -37,7 +37,7 @@ TEST_F(Program, DrawsATickerFromEndToEndWithTheDefaults) {
 TEST_F(Program, SpanBoxServesDailyBarsOnly) {
   for (const std::int16_t interval : std::vector<std::int16_t>{1, 2, 0}) {
     choose("cboInterval", interval);
-    EXPECT_EQ(get<FakeComboBox>("cboDuration").enabled, interval == 0);
+    EXPECT_EQ(get<HeadlessComboBox>("cboDuration").enabled, interval == 0);
     drawChart();
     EXPECT_THAT(platform.log.end()[-2], HasSubstr(std::string("&g=") + "dwm"[interval]));
   }
@@ -110,11 +110,9 @@ TEST_F(Program, SpreadsAndPacksBars) {
 TEST_F(Program, FollowsTheWindowsSize) {
   drawChart();
   tick("chkShowA1");
-  FakeWindow& window = *platform.window;
   const auto redrawsAtWidth = [&](float width) {
     redraws();
-    window.design.scaleWidth = width;
-    window.Resize();
+    platform.window->resize(width, platform.window->ScaleHeight());
     return chart().with("cls").size();
   };
   EXPECT_EQ(redrawsAtWidth(11790), 1U);

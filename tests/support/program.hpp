@@ -20,8 +20,8 @@ struct Program : testing::Test {
   Kind& get(const std::string& name) {
     return platform.window->control<Kind>(name);
   }
-  std::string& caption(const std::string& label) { return get<FakeLabel>(label).caption; }
-  std::string& text(const std::string& box) { return get<FakeTextBox>(box).text; }
+  std::string& caption(const std::string& label) { return get<HeadlessLabel>(label).caption; }
+  std::string& text(const std::string& box) { return get<HeadlessTextBox>(box).text; }
   FakePictureBox& chart() { return get<FakePictureBox>("picChart"); }
   void press(const std::string& button) { get<Button>(button).Click(); }
   void choose(const std::string& box, std::int16_t index) {

@@ -5,7 +5,7 @@
 #include <limits>
 #include <tuple>
 
-#include "support/fakes.hpp"
+#include "support/scoped_separator.hpp"
 #include "values/numbers.hpp"
 
 namespace quintara::test {
