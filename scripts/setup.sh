@@ -20,37 +20,45 @@ packages=(
 if [ "${1:-run}" = test ]; then
   packages+=(
     git libgtest-dev libgmock-dev libbenchmark-dev
-    clang-format clang-tidy clang libclang-rt-14-dev
+    clang-format clang-tidy clang
     xvfb xauth x11-utils openbox wmctrl xdotool xclip imagemagick procps openssl
     at-spi2-core dbus dbus-x11 dbus-daemon python3 python3-gi gir1.2-atspi-2.0
     desktop-file-utils appstream file  # what the package is checked with
   )
 fi
 
-missing=()
-for package in "${packages[@]}"; do
-  state=$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null || true)
-  [ "$state" = installed ] || missing+=("$package")
-done
-[ ${#missing[@]} -gt 0 ] || exit 0
+installed() { [ "$(dpkg-query -W -f='${db:Status-Status}' "$1" 2>/dev/null || true)" = installed ]; }
 
 as_root=()
-if [ "$(id -u)" -ne 0 ]; then
-  if ! command -v sudo >/dev/null; then
-    echo "Quintara needs these packages; install them as root: ${missing[*]}" >&2
-    exit 1
-  fi
-  as_root=(sudo)
-fi
-echo "Installing ${#missing[@]} packages: ${missing[*]}" >&2
+[ "$(id -u)" -eq 0 ] || as_root=(sudo)
 log=$(mktemp)
 trap 'rm -f "$log"' EXIT
-install() {
+apt_install() {
   "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -q \
     --no-install-recommends "${missing[@]}" >"$log" 2>&1
 }
-# A package list that is there may be good enough, and fetching a new one takes longer.
-if ! install; then
-  "${as_root[@]}" apt-get update -q >>"$log" 2>&1 || true
-  install || { tail -n 20 "$log" >&2; exit 1; }
+
+# Installs those of its arguments that are missing.
+install() {
+  local package missing=()
+  for package in "$@"; do
+    installed "$package" || missing+=("$package")
+  done
+  [ ${#missing[@]} -gt 0 ] || return 0
+  if [ ${#as_root[@]} -gt 0 ] && ! command -v sudo >/dev/null; then
+    echo "Quintara needs these packages; install them as root: ${missing[*]}" >&2
+    exit 1
+  fi
+  echo "Installing ${#missing[@]} packages: ${missing[*]}" >&2
+  # A package list that is there may be good enough, and fetching a new one takes longer.
+  if ! apt_install; then
+    "${as_root[@]}" apt-get update -q >>"$log" 2>&1 || true
+    apt_install || { tail -n 20 "$log" >&2; exit 1; }
+  fi
+}
+
+install "${packages[@]}"
+if [ "${1:-run}" = test ]; then
+  # The sanitizers' libraries of the release's own Clang, for the fuzz targets.
+  install "libclang-rt-$(clang -dumpversion | cut -d. -f1)-dev"
 fi
