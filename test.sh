@@ -14,8 +14,20 @@ quietly() {
   rm -f "$log"
 }
 
+# The tools' other versions lay out and find other things.
+tools=14
+held_to() {
+  local version
+  version=$("$1" --version | grep -oE '[0-9]+' | head -n 1)
+  [ "$version" = "$tools" ] && return
+  echo "skipped: this check is held to $1 $tools, and here is version $version"
+  return 1
+}
+
 step "Format"
-git ls-files '*.cpp' '*.hpp' | xargs clang-format --dry-run --Werror
+if held_to clang-format; then
+  git ls-files '*.cpp' '*.hpp' | xargs clang-format --dry-run --Werror
+fi
 
 for preset in release asan; do
   step "Build: $preset"
@@ -24,7 +36,9 @@ for preset in release asan; do
 done
 
 step "Static checks"
-scripts/tidy.sh build/release
+if held_to clang-tidy; then
+  scripts/tidy.sh build/release
+fi
 
 step "Fuzzing"
 scripts/fuzz.sh 10
