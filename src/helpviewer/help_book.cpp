@@ -1,10 +1,11 @@
 #include "helpviewer/help_book.hpp"
 
-#include <QDir>
 #include <QFileInfo>
 #include <QList>
 
 namespace quintara {
+
+HelpBook::HelpBook(const QString& folder) : folder_(folder + "/help-XXXXXX") {}
 
 QString HelpBook::open(const QString& file) {
   const QString shown = QDir::toNativeSeparators(file);

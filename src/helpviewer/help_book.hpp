@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDir>
 #include <QHelpEngine>
 #include <QString>
 #include <QTemporaryDir>
@@ -13,6 +14,10 @@ namespace quintara {
 /// disk.
 class HelpBook {
  public:
+  /// The collection lies in `folder`: one that ends with the session does not keep what a viewer
+  /// leaves behind that was killed.
+  explicit HelpBook(const QString& folder = QDir::tempPath());
+
   /// Opens `file`. Returns an empty text, or a sentence that tells the reader what is wrong.
   QString open(const QString& file);
 

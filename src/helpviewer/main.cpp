@@ -20,13 +20,14 @@ void report(const QString& sentence) {
 }
 
 int showHelp(const QString& file) {
-  quintara::HelpBook book;
+  const QString runtime = quintara::userRuntimeFolder();
+  quintara::HelpBook book(runtime.isEmpty() ? QDir::tempPath() : runtime);
   const QString wrong = book.open(file);
   if (!wrong.isEmpty()) {
     report(wrong);
     return 1;
   }
-  quintara::SingleViewer single(quintara::userRuntimeFolder(), QFileInfo(file).canonicalFilePath());
+  quintara::SingleViewer single(runtime, QFileInfo(file).canonicalFilePath());
   if (single.handOver()) {
     return 0;
   }
