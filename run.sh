@@ -24,4 +24,4 @@ if ! {
   tail -n 30 "$log" >&2
   exit 1
 fi
-exec scripts/launcher.sh "$build/bin"
+exec scripts/launcher.sh --programs "$build/bin"

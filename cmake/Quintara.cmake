@@ -16,6 +16,17 @@ if(QUINTARA_SANITIZE)
   target_compile_options(quintara_settings INTERFACE
     -fsanitize=${QUINTARA_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(quintara_settings INTERFACE -fsanitize=${QUINTARA_SANITIZE})
+else()
+  # A fault that could be used against the trader ends the program instead. Fortifying needs an
+  # optimising compiler; the flag against forged jumps is one of x86.
+  target_compile_options(quintara_settings INTERFACE $<$<CONFIG:Release>:
+    -fstack-protector-strong -fstack-clash-protection -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2
+    # What is built does not say where, so that two builds are the same.
+    -ffile-prefix-map=${PROJECT_SOURCE_DIR}=. -ffile-prefix-map=${PROJECT_BINARY_DIR}=build>)
+  if(CMAKE_SYSTEM_PROCESSOR MATCHES "^(x86_64|AMD64|i[3-6]86)$")
+    target_compile_options(quintara_settings INTERFACE $<$<CONFIG:Release>:-fcf-protection>)
+  endif()
+  target_link_options(quintara_settings INTERFACE $<$<CONFIG:Release>:-Wl,-z,relro,-z,now>)
 endif()
 
 # quintara_doors(TARGET FOLDER): lets those who link TARGET include the headers of FOLDER, and no others.

@@ -8,11 +8,11 @@
 set -u
 
 usage() {
-  echo "Usage: quintara [FOLDER]
+  echo "Usage: quintara [--programs FOLDER]
 Opens the window of Quintara and starts its quote service unless that runs already.
 
-  FOLDER   where the programs lie, if not where they were installed
-  --help   show this text
+  --programs FOLDER   where the programs lie, if not where they were installed
+  --help              show this text
 
 Environment: QUINTARA_HISTORY_PORT (8470) and QUINTARA_QUOTES_PORT (8471) name the ports of the
 quote service for a window that was built to ask on others."
@@ -31,17 +31,20 @@ show() {
 
 fail() {
   echo "quintara: $*" >&2
-  # Started from a menu, nobody reads standard error.
-  [ -t 0 ] || [ -t 2 ] || show "$*" 8>&- 9>&- </dev/null >/dev/null 2>&1 &
+  # Started from a menu, nobody reads standard error. The locks are for as long as the launcher
+  # works, not until somebody has read the message.
+  [ -t 0 ] || [ -t 2 ] || { exec 8>&- 9>&- </dev/null >/dev/null 2>&1; show "$*"; } &
   exit 1
 }
 
-case ${1:-} in
-  --help) usage; exit ;;
-  -*) usage >&2; exit 2 ;;
-esac
-[ $# -le 1 ] || { usage >&2; exit 2; }
-folder=${1:-$(dirname "$(readlink -f "$0")")/../lib/quintara}
+folder=$(dirname "$(readlink -f "$0")")/../lib/quintara
+while [ $# -gt 0 ]; do
+  case $1 in
+    --help) usage; exit ;;
+    --programs) [ -n "${2:-}" ] || { usage >&2; exit 2; }; folder=$2; shift 2 ;;
+    *) usage >&2; exit 2 ;;
+  esac
+done
 programs=$(readlink -f "$folder")
 for program in quintara quintara-quotes; do
   [ -x "$programs/$program" ] || fail "$program is not in the folder $folder"

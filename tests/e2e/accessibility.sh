@@ -10,7 +10,7 @@ export QUINTARA_HISTORY_PORT=$2 QUINTARA_QUOTES_PORT=$3 LC_ALL=C.UTF-8 QT_QPA_PL
 export XDG_RUNTIME_DIR XDG_DATA_HOME=$XDG_RUNTIME_DIR XDG_CONFIG_HOME=$XDG_RUNTIME_DIR
 export QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1
 openbox >/dev/null 2>&1 &
-setsid "$here/../../scripts/launcher.sh" "$1" & launcher=$!
+setsid "$here/../../scripts/launcher.sh" --programs "$1" & launcher=$!
 trap 'kill "$launcher" 2>/dev/null; wait "$launcher" 2>/dev/null; rm -rf "$XDG_RUNTIME_DIR"' EXIT
 # The bindings are a package of the system, for the system's own Python.
 /usr/bin/python3 "$here/accessibility.py"

@@ -49,7 +49,7 @@ text_of() {  # what stands in the text box at a place
 }
 
 openbox >/dev/null 2>&1 &
-LC_ALL=$locale setsid "$here/../../scripts/launcher.sh" "$programs" >"$shots/program.log" 2>&1 &
+LC_ALL=$locale setsid "$here/../../scripts/launcher.sh" --programs "$programs" >"$shots/program.log" 2>&1 &
 launcher=$!
 trap 'kill "$launcher" 2>/dev/null; wait "$launcher" 2>/dev/null' EXIT
 window=$(timeout 60 xdotool search --sync --onlyvisible --name '^Quintara - Version 2.00.01$')

@@ -7,11 +7,15 @@ programs=$(readlink -f "$1")
 launcher=$(dirname "$(readlink -f "$0")")/../../scripts/launcher.sh
 work=$(mktemp -d)
 started=()
-trap 'kill "${started[@]}" 2>/dev/null; wait; rm -rf "$work"' EXIT
-mkdir "$work/programs"
+trap 'kill "${started[@]}" $(cat "$work/messages" 2>/dev/null) 2>/dev/null; wait; rm -rf "$work"' EXIT
+mkdir "$work/programs" "$work/bin"
 ln -s "$programs/quintara-quotes" "$work/programs/"
 printf '#!/usr/bin/perl\nsleep 300\n' >"$work/programs/quintara"
-chmod +x "$work/programs/quintara"
+# A message that nobody closes.
+# shellcheck disable=SC2016
+printf '#!/bin/sh\necho $$ >>"%s/messages"\nexec sleep 300\n' "$work" >"$work/bin/zenity"
+chmod +x "$work/programs/quintara" "$work/bin/zenity"
+export PATH=$work/bin:$PATH
 
 listening() { (exec 3<>"/dev/tcp/127.0.0.1/$1") 2>/dev/null; }
 history=$((21000 + $$ % 5000 * 2))
@@ -37,15 +41,17 @@ background() { "$@" 2>>"$work/log" & started+=("$!"); }
 window_of() { pgrep -P "$1" -x quintara; }
 launch() {  # launch NAME: sets its launcher and its window to the processes
   local -n processes=$1
-  background "$launcher" "$work/programs"
+  background "$launcher" --programs "$work/programs"
   processes["launcher"]=$!
   check "a window opens" window_of "$!" >/dev/null
   processes["window"]=$(window_of "${processes["launcher"]}")
 }
 close() { kill "$2" && wait "$1"; }  # close LAUNCHER PROCESS-TO-END
-refused() {  # refused WHAT WORDS: a launcher that ends at once with a message
-  timeout 20 "$launcher" "$work/programs" 2>"$work/message"
+messages=0
+refused() {  # refused WHAT WORDS: a launcher that ends at once with a message, which stays open
+  timeout 20 "$launcher" --programs "$work/programs" 2>"$work/message" </dev/null
   check "$1 is refused" [ "$?$(grep -c -- "$2" "$work/message")" = 11 ]
+  check "$1: a message is shown" [ "$(wc -l <"$work/messages")" = $((++messages)) ]
 }
 
 # Two windows, closed, ended as a session manager does it, or killed so that none can clean up.
