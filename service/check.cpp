@@ -49,7 +49,7 @@ bool checkProvider(const ProviderSettings& settings, const std::string& text, Da
   }
   const std::string ticker = parseTicker(text);
   const Provider provider(settings, {});
-  const ProviderReply reply = provider.ask(ticker, today);
+  const ProviderReply reply = provider.ask(ticker, today, provider.deadline());
   out << "Asked " << escaped(provider.host()) << " for " << escaped(ticker) << "\n";
   write("Table", reply.table, out);
   if (reply.quote) {

@@ -183,13 +183,12 @@ void Provider::addQuote(ProviderReply& reply, const Filling& filling, Day today,
   }
 }
 
-ProviderReply Provider::ask(const std::string& ticker, Day today) const {
+ProviderReply Provider::ask(const std::string& ticker, Day today, Deadline deadline) const {
   ProviderReply reply;
   if (ticker == ".") {
     reply.found = NotFound{"in an address it would be no name but a folder"};
     return reply;
   }
-  const Deadline deadline = std::chrono::steady_clock::now() + settings_.timeOut;
   const Filling filling = fillingFor(ticker, today);
   const RowRules rules{settings_.table.names, [this](auto text) { return dayOf(text); }, nullptr};
   Rows rows = fetch({"table", *settings_.tableUrl, settings_.table, rules}, filling, deadline);

@@ -22,6 +22,8 @@ struct ProviderReply {
 /// Asks the provider on the network, each time anew. May be used by several threads.
 class Provider {
  public:
+  using Deadline = std::chrono::steady_clock::time_point;
+
   Provider(ProviderSettings settings, std::stop_token stop);
 
   /// The daily table, and on top of it the quote. A quote without a date is that of the latest
@@ -29,13 +31,14 @@ class Provider {
   /// the market opens. One without usable prices, as before the day's first trade, is left out, and
   /// so is one that the provider does not know. A quote that cannot be had fails the whole: a chart
   /// without it would pass for one of today.
-  ProviderReply ask(const std::string& ticker, Day today) const;
+  ProviderReply ask(const std::string& ticker, Day today, Deadline deadline) const;
+  /// The end of the time limit for what is asked now.
+  Deadline deadline() const { return std::chrono::steady_clock::now() + settings_.timeOut; }
 
   const ProviderSettings& settings() const { return settings_; }
   const std::string& host() const { return settings_.tableUrl->host(); }
 
  private:
-  using Deadline = std::chrono::steady_clock::time_point;
   using Rows = std::variant<PriceRows, NotFound, Failed>;
 
   /// One of the two that are asked for.

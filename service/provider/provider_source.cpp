@@ -11,13 +11,23 @@ namespace {
 constexpr std::size_t kMostEntries = 32;
 constexpr int kTransfers = 4;  // at the same time; each may hold a large reply in memory
 constexpr std::chrono::seconds kFailureTime{5};
+constexpr auto kTooMany = "too many requests wait for its answers already";
+
+// One more for as long as it lives.
+struct Counted {
+  explicit Counted(std::atomic<int>& all) : count(all), number(++all) {}
+  Counted(const Counted&) = delete;
+  Counted& operator=(const Counted&) = delete;
+  ~Counted() { --count; }
+
+  std::atomic<int>& count;
+  const int number;
+};
 
 }  // namespace
 
 ProviderSource::ProviderSource(ProviderSettings settings, Log log, std::stop_token stop)
-    : provider_(std::move(settings), std::move(stop)),
-      log_(std::move(log)),
-      transfers_(kTransfers) {
+    : provider_(std::move(settings), std::move(stop)), log_(std::move(log)) {
   const ProviderSettings& checked = provider_.settings();
   log_.info("prices from " + escaped(provider_.host()));
   const bool keyInUrl =
@@ -30,14 +40,20 @@ ProviderSource::ProviderSource(ProviderSettings settings, Log log, std::stop_tok
 }
 
 Found ProviderSource::find(const std::string& ticker, Day today) {
+  const auto deadline = provider_.deadline();
+  const Counted request(waiting_);
   std::promise<Found> promise;
   std::unique_lock lock(mutex_);
   const auto known = entries_.find(ticker);
   if (known != entries_.end() && known->second.today == today &&
       Clock::now() < known->second.until) {
     const auto found = known->second.found;
+    const bool awaited = known->second.until == Clock::time_point::max();
     lock.unlock();
-    return found.get();
+    return awaited && request.number > kMostAtOnce ? failed(kTooMany) : found.get();
+  }
+  if (request.number > kMostAtOnce) {
+    return failed(kTooMany);
   }
   makeRoom();
   const std::size_t number = ++asked_;
@@ -45,7 +61,7 @@ Found ProviderSource::find(const std::string& ticker, Day today) {
   lock.unlock();
   Found found = Failed{"the service failed; its log says why"};
   try {
-    found = ask(ticker, today);
+    found = ask(ticker, today, deadline);
   } catch (const std::exception& error) {
     log_.error(escaped(error.what()));
   }
@@ -71,15 +87,32 @@ void ProviderSource::makeRoom() {
   }
 }
 
-Found ProviderSource::ask(const std::string& ticker, Day today) {
-  transfers_.acquire();
-  struct Release {
-    std::counting_semaphore<>& transfers;
-    ~Release() { transfers.release(); }
-  } const release{transfers_};
-  ProviderReply reply = provider_.ask(ticker, today);
+Found ProviderSource::ask(const std::string& ticker, Day today, Clock::time_point deadline) {
+  std::unique_lock lock(mutex_);
+  if (!freed_.wait_until(lock, deadline, [this] { return transfers_ < kTransfers; })) {
+    return failed("no transfer ended in time for another");
+  }
+  ++transfers_;
+  lock.unlock();
+  const struct Release {
+    ProviderSource& source;
+    ~Release() {
+      {
+        const std::lock_guard again(source.mutex_);
+        --source.transfers_;
+      }
+      source.freed_.notify_one();
+    }
+  } release{*this};
+  ProviderReply reply = provider_.ask(ticker, today, deadline);
   report(ticker, reply);
   return std::move(reply.found);
+}
+
+Found ProviderSource::failed(const std::string& reason) const {
+  const std::string text = escaped(provider_.host()) + ": " + reason;
+  log_.warning(text);
+  return Failed{text};
 }
 
 void ProviderSource::report(const std::string& ticker, const ProviderReply& reply) const {

@@ -1,10 +1,11 @@
 #pragma once
 
+#include <atomic>
 #include <chrono>
+#include <condition_variable>
 #include <future>
 #include <map>
 #include <mutex>
-#include <semaphore>
 #include <stop_token>
 #include <string>
 
@@ -18,6 +19,10 @@ namespace quintara::quotes {
 /// for its answer. Failures are remembered for a few seconds only.
 class ProviderSource : public PriceSource {
  public:
+  /// So many requests may wait at the same time, and no longer than the provider's time limit; the
+  /// next one fails at once.
+  static constexpr int kMostAtOnce = 16;
+
   ProviderSource(ProviderSettings settings, Log log, std::stop_token stop = {});
 
   Found find(const std::string& ticker, Day today) override;
@@ -31,14 +36,17 @@ class ProviderSource : public PriceSource {
     std::size_t number;       ///< of the request, to know the same entry again
   };
 
-  Found ask(const std::string& ticker, Day today);
+  Found ask(const std::string& ticker, Day today, Clock::time_point deadline);
+  Found failed(const std::string& reason) const;
   void report(const std::string& ticker, const ProviderReply& reply) const;
   void makeRoom();
 
   const Provider provider_;
   const Log log_;
-  std::counting_semaphore<> transfers_;
-  std::mutex mutex_;  ///< of the two below
+  std::atomic<int> waiting_ = 0;
+  std::mutex mutex_;  ///< of all below
+  std::condition_variable freed_;
+  int transfers_ = 0;
   std::map<std::string, Entry> entries_;
   std::size_t asked_ = 0;
 };
