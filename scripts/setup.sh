@@ -10,8 +10,8 @@ packages=(
   libgl-dev libvulkan-dev
   libqt6sql6-sqlite            # the help viewer's index is a database
   qt6-wayland                  # windows under Wayland; those under X11 come with the toolkit
-  libcurl4-openssl-dev libcpp-httplib-dev nlohmann-json3-dev
   libfreetype-dev libfontconfig-dev libicu-dev  # pictures and separators without a window
+  libcurl4-openssl-dev libmicrohttpd-dev nlohmann-json3-dev
   fonts-liberation             # the sans font the layout is drawn for
   fonts-dejavu-core            # what plain sans means to the help viewer
   ca-certificates              # whom the service trusts when it asks a provider

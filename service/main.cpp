@@ -41,7 +41,6 @@ int serve(const ServerSettings& settings) {
   const timespec once{1, 0};
   while (sigtimedwait(&signals, nullptr, &once) < 0) {
     if (server.failed()) {
-      settings.sources.log.error("a port stopped answering");
       return kFailed;
     }
   }

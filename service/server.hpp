@@ -9,7 +9,7 @@
 
 namespace quintara::quotes {
 
-class Listener;
+class HttpServer;
 
 struct ServerSettings {
   int historyPort = 8470;  ///< 0 for any free port
@@ -33,16 +33,17 @@ class Server {
   /// Replies under way have half a second to finish. A stopped server can be started again.
   void stop();
 
-  int historyPort() const;  ///< the ports in use, 0 while stopped
-  int quotesPort() const;
-  bool failed() const;  ///< a port stopped answering without stop()
+  int historyPort() const { return historyPort_; }  ///< the ports in use, 0 before the first start
+  int quotesPort() const { return quotesPort_; }
+  bool failed() const;  ///< stopped answering without stop()
 
  private:
   ServerSettings settings_;
   std::stop_source stop_;
   std::unique_ptr<QuoteDesk> desk_;
-  std::unique_ptr<Listener> history_;
-  std::unique_ptr<Listener> quotes_;
+  int historyPort_ = 0;
+  int quotesPort_ = 0;
+  std::unique_ptr<HttpServer> http_;
 };
 
 }  // namespace quintara::quotes

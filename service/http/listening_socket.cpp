@@ -13,8 +13,6 @@
 namespace quintara::quotes {
 namespace {
 
-constexpr int kBacklog = 128;  // connections that wait to be accepted
-
 sockaddr_in loopback(int port) {
   sockaddr_in address{};
   address.sin_family = AF_INET;
@@ -34,13 +32,14 @@ int checked(int result, const std::string& what) {
 
 FileHandle listenOnLoopback(int port) {
   const std::string name = "cannot listen on 127.0.0.1:" + std::to_string(port);
-  FileHandle handle(checked(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0), name));
+  FileHandle handle(
+      checked(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0), name));
   const int on = 1;
   // Allows the port of connections that are fading away, not that of a server.
   ::setsockopt(handle.get(), SOL_SOCKET, SO_REUSEADDR, &on, sizeof on);
   const sockaddr_in address = loopback(port);
   int result = ::bind(handle.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address);
-  result = result < 0 ? result : ::listen(handle.get(), kBacklog);
+  result = result < 0 ? result : ::listen(handle.get(), SOMAXCONN);
   if (result < 0 && errno == EADDRINUSE) {
     throw PortTaken(port);
   }

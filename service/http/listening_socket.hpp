@@ -10,8 +10,7 @@ namespace quintara::quotes {
 int checked(int result, const std::string& what);
 
 /// A socket that listens on this port of 127.0.0.1, 0 for any free one. Throws PortTaken, or
-/// std::system_error when the port cannot be had for another reason. The HTTP library's own way
-/// would let a second server share the port and would not say what went wrong.
+/// std::system_error when the port cannot be had for another reason. It does not block.
 FileHandle listenOnLoopback(int port);
 
 int portOf(const FileHandle& socket);

@@ -1,12 +1,14 @@
 #include <gmock/gmock.h>
-#include <httplib.h>
 #include <sys/wait.h>
 
+#include <algorithm>
 #include <csignal>
 #include <cstdio>
 #include <fstream>
 #include <map>
+#include <vector>
 
+#include "client.hpp"
 #include "service/provider/provider_settings.hpp"
 #include "temporary_folder.hpp"
 
@@ -17,11 +19,12 @@ using testing::StartsWith;
 
 // The built program as a child process.
 struct Program {
-  explicit Program(const std::string& flags, const std::string& configuration = "/nowhere") {
+  explicit Program(const std::string& flags, const std::string& configuration = "/nowhere",
+                   const std::string& limit = ":") {
     const std::string environment =
         "HOME=/home/trader XDG_DATA_HOME=relative XDG_CONFIG_HOME=" + configuration;
     const std::string program = " exec '" QUINTARA_QUOTES_PROGRAM "' " + flags + " 2>&1";
-    pipe = ::popen(("echo $$; " + environment + program).c_str(), "re");
+    pipe = ::popen(("echo $$; " + limit + "; " + environment + program).c_str(), "re");
     child = std::stoi(line());
   }
   std::string line() const {
@@ -41,14 +44,31 @@ TEST(Program, ServesUntilASignalAndKeepsItsPortsFromOthers) {
     constexpr auto kBegin = "quintara-quotes: listening on 127.0.0.1:%d (history) and 127.0.0.1:%d";
     ASSERT_EQ(std::sscanf(program.line().c_str(), kBegin, &history, &quotes), 2);
     EXPECT_THAT(program.line(), HasSubstr("no folder /home/trader/.local/share/quintara/prices"));
-    const auto reply = httplib::Client("127.0.0.1", quotes).Get("/d/quotes.csv?s=DEMO");
-    EXPECT_THAT(reply->body, StartsWith("\"DEMO\","));
+    EXPECT_THAT(exchange(quotes, "GET /d/quotes.csv?s=DEMO HTTP/1.1\r\n\r\n"),
+                HasSubstr("\r\n\r\n\"DEMO\","));
     const Program second("--history-port 0 --quotes-port " + std::to_string(history));
     EXPECT_THAT(second.line(), HasSubstr("port " + std::to_string(history)));
     EXPECT_EQ(second.exit(), W_EXITCODE(3, 0));
     ::kill(program.child, signal);
     EXPECT_EQ(program.exit(), 0);
   }
+}
+
+TEST(Program, AnswersWithoutDescriptorsForAllWhoConnect) {
+  const Program program("--history-port 0 --quotes-port 0", "/nowhere", "ulimit -n 24");
+  int history = 0;
+  std::sscanf(program.line().c_str(), "quintara-quotes: listening on 127.0.0.1:%d", &history);
+  std::vector<FileHandle> crowd(60);
+  std::generate(crowd.begin(), crowd.end(), [&] { return connected(history); });
+  EXPECT_THAT(exchange(history, "GET / HTTP/1.1\r\n\r\n"), StartsWith("HTTP/1.1 404 "));
+  ::kill(program.child, SIGTERM);
+  EXPECT_EQ(program.exit(), 0);
+}
+
+TEST(Program, SaysThatItMayNotHaveAsManyThreads) {
+  const Program program("--history-port 0 --quotes-port 0", "/nowhere", "ulimit -s 5000000000");
+  EXPECT_THAT(program.line(), HasSubstr("error: cannot start a thread: "));
+  EXPECT_EQ(program.exit(), W_EXITCODE(1, 0));
 }
 
 TEST(Program, NamesABadFlag) {

@@ -1,10 +1,10 @@
 #include <gmock/gmock.h>
-#include <httplib.h>
 
 #include <atomic>
 #include <future>
 #include <map>
 
+#include "provider_server.hpp"
 #include "service/check.hpp"
 #include "service/desk/replies.hpp"
 #include "service/desk/request.hpp"
@@ -28,32 +28,6 @@ const std::string kKeyFile = kFolder.path / "key";
 const std::string kKey = "Se/cret+Key42";
 const std::string kHeader = "Date,Open,High,Low,Close,Volume\n";
 const Day kSunday = *makeDay(2026, 11, 22);  // so that an undated quote is of Friday
-
-// Remembers what it was asked for. Takes over the server; the way to answer is its caller's and may
-// change.
-struct ProviderServer {
-  ProviderServer(httplib::Server* taken, httplib::Server::Handler& answer) : server(taken) {
-    server->set_pre_routing_handler([this, &answer](const auto& request, auto& response) {
-      const std::lock_guard lock(mutex);
-      targets.push_back(request.target);
-      answer(request, response);
-      return httplib::Server::HandlerResponse::Handled;
-    });
-    host += std::to_string(server->bind_to_any_port("127.0.0.1"));
-    thread = std::jthread([this] { server->listen_after_bind(); });
-  }
-  ~ProviderServer() {
-    while (!server->is_running()) {
-    }
-    server->stop();
-  }
-
-  std::string host = "127.0.0.1:";
-  const std::unique_ptr<httplib::Server> server;
-  std::mutex mutex;
-  std::vector<std::string> targets;  // to be read once the replies are there
-  std::jthread thread;
-};
 
 struct ProviderTest : testing::Test {
   static void SetUpTestSuite() {
@@ -82,17 +56,15 @@ struct ProviderTest : testing::Test {
   }
 
   std::string logged, table = kHeader + "2026-11-19,1,2,1,2,7\n", quote;
-  std::atomic<int> status = 200, quoteStatus = 200;
+  std::atomic<unsigned> status = 200, quoteStatus = 200;
   milliseconds delay{0};
   const Log log{LogLevel::Debug, [this](const std::string& line) { logged += line; }};
-  httplib::Server::Handler answer = [this](const auto& request, auto& response) {
+  ProviderServer::Answer answer = [this](const auto& request, auto& reply) {
     const bool quoted = request.path == "/quote";
-    response.status = quoted ? quoteStatus : status;
-    response.body = quoted ? quote : table;
-    response.set_header("Location", at("/t"));  // counts for a redirect only
+    reply = {quoted ? quoteStatus : status, quoted ? quote : table, at("/t")};
     std::this_thread::sleep_for(delay);
   };
-  ProviderServer server{new httplib::SSLServer(kCertificate.c_str(), kKeyFile.c_str()), answer};
+  ProviderServer server{answer, contentOf(kCertificate), contentOf(kKeyFile)};
 };
 
 TEST_F(ProviderTest, FillsInWhatTheProviderAsksFor) {
@@ -150,14 +122,11 @@ TEST_F(ProviderTest, PutsTheQuoteOnTheTableAndTellsAbsentPricesFromUselessReplie
 
 TEST_F(ProviderTest, FollowsFewRedirectsAndKeepsTheKeyFromOthers) {
   std::string seen, target;
-  answer = [&](const auto& request, auto& response) {
-    seen = request.get_header_value("X-Key");
-    response.body = table;
-    if (request.path != "/good") {
-      response.set_redirect(target);
-    }
+  answer = [&](const auto& request, auto& reply) {
+    seen = request.key;
+    reply = {request.path == "/good" ? 200U : 302U, table, target};
   };
-  ProviderServer plain(new httplib::Server, answer);
+  ProviderServer plain(answer);
   const std::string plainHost = "http://" + plain.host;
   for (const auto& [to, expected] : std::map<std::string, const char*>{
            {"/good", "2.00,"},
@@ -177,7 +146,7 @@ TEST_F(ProviderTest, FollowsFewRedirectsAndKeepsTheKeyFromOthers) {
 }
 
 TEST_F(ProviderTest, GoesThroughTheProxyAndNotFromFarAwayToThisComputer) {
-  ProviderServer proxy(new httplib::Server, answer);
+  ProviderServer proxy(answer);
   ::setenv("http_proxy", proxy.host.c_str(), 1);
   ::setenv("https_proxy", proxy.host.c_str(), 1);
   for (const auto& [code, scheme, expected] :
@@ -202,12 +171,7 @@ TEST_F(ProviderTest, TrustsNobodyWithoutACertificateAndWaitsForNobodyForever) {
       found(settings("", byName + "/{symbol}?{key}")),
       AllOf(HasSubstr("localhost: X&Y: table: SSL"), HasSubstr("certificate subject name")));
   EXPECT_THAT(server.targets, SizeIs(0));
-  answer = [](const auto&, auto& response) {
-    response.set_chunked_content_provider("text/csv", [](std::size_t, httplib::DataSink& sink) {
-      std::this_thread::sleep_for(milliseconds{200});
-      return sink.write("x", 1);
-    });
-  };
+  answer = [](const auto&, auto& reply) { reply.trickles = true; };
   const auto begin = Clock::now();
   EXPECT_THAT(found(settings("timeout_seconds = 1")), HasSubstr("127.0.0.1: X&Y: table: Timeout"));
   std::stop_source stop;
@@ -236,6 +200,27 @@ TEST_F(ProviderTest, AsksOnceForRequestsThatComeTogether) {
   status = 500;
   EXPECT_FALSE(ask("B") || ask("B"));
   EXPECT_THAT(server.targets, SizeIs(4));
+}
+
+TEST_F(ProviderTest, KeepsAFewWaitingWithinTheTimeLimitAndRefusesMore) {
+  delay = milliseconds{700};  // and one at a time: the second pair of transfers is late
+  ProviderSource source(settings("timeout_seconds = 1\n"), Log(LogLevel::Error));
+  std::vector<std::future<std::string>> asked;
+  for (int i = 0; i < 20; ++i) {
+    asked.push_back(std::async(std::launch::async, [&source, i] {
+      const Found found = source.find("T" + std::to_string(i), kSunday);
+      const auto* failed = std::get_if<Failed>(&found);
+      return failed != nullptr ? failed->reason : "";
+    }));
+  }
+  const auto begin = Clock::now();
+  std::string reasons;
+  for (auto& each : asked) {
+    reasons += each.get() + "\n";
+  }
+  EXPECT_LT(Clock::now() - begin, milliseconds{4000});
+  EXPECT_THAT(reasons, HasSubstr("127.0.0.1: too many requests wait for its answers already\n"));
+  EXPECT_THAT(reasons, HasSubstr("127.0.0.1: no transfer ended in time for another\n"));
 }
 
 TEST_F(ProviderTest, ComesBeforeTheDemonstrationMarket) {

@@ -6,6 +6,11 @@
 
 namespace quintara::quotes {
 
+inline std::string contentOf(const std::filesystem::path& file) {
+  std::ifstream stream(file, std::ios::binary);
+  return {std::istreambuf_iterator<char>(stream), {}};
+}
+
 // A folder of its own for one test.
 struct TemporaryFolder {
   TemporaryFolder() : path(::mkdtemp(std::string("/tmp/quotes-XXXXXX").data())) {}
