@@ -8,9 +8,10 @@
 #include "chart/draw_chart.hpp"
 #include "chart/price_range.hpp"
 #include "chart/resize.hpp"
+#include "chart/shown_bars.hpp"
 #include "checking_surface.hpp"
-#include "commands/draw_chart_command.hpp"
 #include "data/initialize_collection.hpp"
+#include "data/quote_request.hpp"
 #include "values/text.hpp"
 
 namespace quintara::fuzz {

@@ -8,6 +8,7 @@
 #include "chart/price_range.hpp"
 #include "chart/resize.hpp"
 #include "chart/summary.hpp"
+#include "commands/choices.hpp"
 #include "interaction/help.hpp"
 #include "interaction/picking.hpp"
 #include "levels/calculate.hpp"

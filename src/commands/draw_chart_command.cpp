@@ -75,14 +75,4 @@ void cmdChart_Click(ChartState& state, const DrawChartControls& controls, const 
   state.bBusy = false;
 }
 
-void cboDuration_Click(ChartState& state, const ComboBox& cboDuration) {
-  state.iDuration = cboDuration.ListIndex();
-}
-
-void cboInterval_Click(ChartState& state, const ComboBox& cboInterval, ComboBox& cboDuration) {
-  state.iInterval = cboInterval.ListIndex();
-  const bool weeklyOrMonthly = state.iInterval == 1 || state.iInterval == 2;
-  cboDuration.setEnabled(!weeklyOrMonthly);
-}
-
 }  // namespace quintara

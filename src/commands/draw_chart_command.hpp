@@ -34,8 +34,4 @@ struct AfterDownload {
 void cmdChart_Click(ChartState& state, const DrawChartControls& controls, const QuoteSource& source,
                     const AfterDownload& afterDownload);
 
-void cboDuration_Click(ChartState& state, const ComboBox& cboDuration);
-/// Weekly and monthly bars have spans of their own: the span box is enabled for daily ones only.
-void cboInterval_Click(ChartState& state, const ComboBox& cboInterval, ComboBox& cboDuration);
-
 }  // namespace quintara

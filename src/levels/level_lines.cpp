@@ -77,12 +77,4 @@ void ShowLines(const ChartState& state, const Steps& redraw) {
   }
 }
 
-void cboChartType_Click(ChartState& state, const ComboBox& cboChartType, const Steps& redraw) {
-  try {
-    state.iChartType = cboChartType.ListIndex();
-    ShowLines(state, redraw);
-  } catch (const RuntimeError&) {  // NOLINT(bugprone-empty-catch): choosing a type never reports
-  }
-}
-
 }  // namespace quintara

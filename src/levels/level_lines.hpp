@@ -28,8 +28,4 @@ Steps redrawSteps(ChartState& state, const LevelTable& sngLevels, const PointSet
 /// Runs the redraw sequence if there is a chart. Every level check box calls it.
 void ShowLines(const ChartState& state, const Steps& redraw);
 
-/// Stores the chart type and runs the redraw sequence if there is a chart; a run-time error ends
-/// it silently.
-void cboChartType_Click(ChartState& state, const ComboBox& cboChartType, const Steps& redraw);
-
 }  // namespace quintara
