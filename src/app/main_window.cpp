@@ -4,10 +4,7 @@
 #include <utility>
 
 #include "app/layout.hpp"
-#include "chart/draw_chart.hpp"
-#include "chart/price_range.hpp"
 #include "chart/resize.hpp"
-#include "chart/summary.hpp"
 #include "commands/choices.hpp"
 #include "interaction/help.hpp"
 #include "interaction/picking.hpp"
@@ -83,10 +80,12 @@ frmQuintara::frmQuintara(const Platform& platform, QuoteHosts hosts)
                          picChart_,
                          control<TextBox>("txtClose"),
                          readout_,
+                         boxes_,
+                         sets_,
                          progress_,
                          platform.messageBox},
       pointerControls_{readout_, control<Label>("lblCurrent"), platform.screen},
-      redraw_(redrawSteps(state_, sngLevels_, sets_, picChart_, [this] { redrawChart(); })) {
+      redraw_(redrawSteps(state_, sngLevels_, sets_, picChart_)) {
   connectCommands();
   connectChart();
   connectLevels();
@@ -94,32 +93,14 @@ frmQuintara::frmQuintara(const Platform& platform, QuoteHosts hosts)
   Form_Load();
 }
 
-void frmQuintara::redrawChart() {
-  DrawChart(state_, picChart_);
-  if (state_.hasChart()) {
-    picChart_.setDescription(chartSummary(state_, sDrawnTicker_));
-  }
-}
-
 void frmQuintara::connectCommands() {
   control<Button>("cmdChart").Click = [this] {
-    cmdChart_Click(state_, drawChartControls_, source_,
-                   {.clear = [this] { Clear(boxes_, sets_); },
-                    .maxMin = [this] { MaxMin(state_, platform_.clock.today()); },
-                    .drawChart =
-                        [this] {
-                          if (state_.hasChart()) {
-                            sDrawnTicker_ = state_.sTicker;
-                          }
-                          redrawChart();
-                        }});
+    cmdChart_Click(state_, drawChartControls_, source_);
   };
   control<Button>("cmdCalculate").Click = [this] {
     cmdCalculate_Click(state_, sngLevels_, boxes_, sets_);
   };
-  control<Button>("cmdClear").Click = [this] {
-    cmdClear_Click(state_, boxes_, sets_, [this] { redrawChart(); });
-  };
+  control<Button>("cmdClear").Click = [this] { cmdClear_Click(state_, boxes_, sets_, picChart_); };
   control<Button>("cmdHelp").Click = [this] {
     cmdHelp_Click(kHelpFile, window_->Caption(), platform_.help, platform_.messageBox);
   };

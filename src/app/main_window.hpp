@@ -1,7 +1,7 @@
 #pragma once
 
 #include <memory>
-#include <string>
+#include <string_view>
 
 #include "commands/draw_chart_command.hpp"
 #include "data/chart_state.hpp"
@@ -32,7 +32,6 @@ class frmQuintara {
   void connectChart();
   void connectLevels();
   void connectPointer();
-  void redrawChart();
 
   template <class Kind>
   [[nodiscard]] Kind& control(std::string_view name) const {
@@ -45,7 +44,6 @@ class frmQuintara {
   QuoteSource source_;
 
   ChartState state_;
-  std::string sDrawnTicker_;  ///< whose bars are drawn; sTicker may be of a download that failed
   LevelTable sngLevels_{};
   DragState drag_;
 

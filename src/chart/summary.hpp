@@ -3,11 +3,16 @@
 #include <string>
 
 #include "data/chart_state.hpp"
+#include "platform/controls.hpp"
 
 namespace quintara {
 
-/// What the chart of a ticker shows, in one sentence for a screen reader: bars shown, date span,
-/// price range, newest close.
-std::string chartSummary(const ChartState& state, const std::string& ticker);
+/// What the chart shows, in one sentence for a screen reader: ticker, bars shown, date span, price
+/// range, newest close.
+std::string chartSummary(const ChartState& state);
+
+/// Repaints the chart area by DrawChart and says to a screen reader what it shows. Does nothing
+/// without a chart. Throws what DrawChart throws; the old description then stays.
+void drawAndDescribe(ChartState& state, PictureBox& picChart);
 
 }  // namespace quintara

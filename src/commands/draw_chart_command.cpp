@@ -3,8 +3,11 @@
 #include <algorithm>
 #include <string>
 
+#include "chart/price_range.hpp"
 #include "chart/shown_bars.hpp"
+#include "chart/summary.hpp"
 #include "data/initialize_collection.hpp"
+#include "levels/clear.hpp"
 #include "values/text.hpp"
 
 namespace quintara {
@@ -19,15 +22,17 @@ std::string upperCase(std::string text) {
   return text;
 }
 
-void buildChart(ChartState& state, const DrawChartControls& controls, Date today,
-                const AfterDownload& afterDownload) {
-  afterDownload.clear();
+void buildChart(ChartState& state, const DrawChartControls& controls, Date today) {
+  Clear(controls.boxes, controls.sets);
   InitializeCollection(state, today);
   state.iShown = withinSeries(barsThatFit(controls.picChart.ScaleWidth(), state.iSpacing),
                               state.candles().Count());
   controls.progress.setInfo("Building historical chart. Please wait....");
-  afterDownload.maxMin();
-  afterDownload.drawChart();
+  MaxMin(state, today);
+  if (state.hasChart()) {
+    state.sDrawnTicker = state.sTicker;
+  }
+  drawAndDescribe(state, controls.picChart);
   const Candle& newest = state.candles().Item(1);
   controls.txtClose.setText(defaultText(newest.dClose));
   showBar(newest, controls.readout);
@@ -43,8 +48,8 @@ void reportFailedDownload(const DrawChartControls& controls) {
 
 }  // namespace
 
-void cmdChart_Click(ChartState& state, const DrawChartControls& controls, const QuoteSource& source,
-                    const AfterDownload& afterDownload) {
+void cmdChart_Click(ChartState& state, const DrawChartControls& controls,
+                    const QuoteSource& source) {
   if (controls.txtTicker.Text().empty()) {
     controls.messageBox.MsgBox("Please enter Ticker Symbol", MsgStyle::Exclamation, "Quintara");
     controls.txtTicker.SetFocus();
@@ -60,7 +65,7 @@ void cmdChart_Click(ChartState& state, const DrawChartControls& controls, const 
     controls.progress.Show();
     downloaded = GetHistoricalData(state, source);
     if (downloaded) {
-      buildChart(state, controls, source.clock.today(), afterDownload);
+      buildChart(state, controls, source.clock.today());
     }
   } catch (const RuntimeError&) {
     // Rows that do not parse end the command without a word; what was drawn stays.

@@ -18,6 +18,7 @@ inline constexpr float kLinesEndX = 1000;
 /// The main window's variables that its subsystems share. All start at zero, empty or nothing.
 struct ChartState {
   std::string sTicker;          ///< as typed
+  std::string sDrawnTicker;     ///< whose bars are drawn; sTicker may be of a download that failed
   std::int16_t iDuration = 0;   ///< span box: 0 "6 months" to 3 "24 months"
   std::int16_t iInterval = 0;   ///< 0 daily, 1 weekly, 2 monthly
   std::int16_t iChartType = 0;  ///< 0 candlesticks, 1 line, 2 bars

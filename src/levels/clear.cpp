@@ -1,5 +1,7 @@
 #include "levels/clear.hpp"
 
+#include "chart/summary.hpp"
+
 namespace quintara {
 
 void Clear(const PointBoxes& boxes, const PointSets& sets) {
@@ -26,12 +28,10 @@ void Clear(const PointBoxes& boxes, const PointSets& sets) {
   }
 }
 
-void cmdClear_Click(const ChartState& state, const PointBoxes& boxes, const PointSets& sets,
-                    const std::function<void()>& drawChart) {
+void cmdClear_Click(ChartState& state, const PointBoxes& boxes, const PointSets& sets,
+                    PictureBox& picChart) {
   Clear(boxes, sets);
-  if (state.hasChart()) {
-    drawChart();
-  }
+  drawAndDescribe(state, picChart);
 }
 
 }  // namespace quintara

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <functional>
-
 #include "data/chart_state.hpp"
 #include "levels/level_table.hpp"
 
@@ -13,7 +11,7 @@ namespace quintara {
 void Clear(const PointBoxes& boxes, const PointSets& sets);
 
 /// The Clear button: clears, then draws the chart once more in the range as it stands.
-void cmdClear_Click(const ChartState& state, const PointBoxes& boxes, const PointSets& sets,
-                    const std::function<void()>& drawChart);
+void cmdClear_Click(ChartState& state, const PointBoxes& boxes, const PointSets& sets,
+                    PictureBox& picChart);
 
 }  // namespace quintara

@@ -1,7 +1,6 @@
 #include "levels/level_lines.hpp"
 
-#include <utility>
-
+#include "chart/summary.hpp"
 #include "values/numbers.hpp"
 #include "values/text.hpp"
 
@@ -61,10 +60,10 @@ void DrawLine(DrawingSurface& picChart, const Levels& AR, const Levels& AT, Colo
 }
 
 Steps redrawSteps(ChartState& state, const LevelTable& sngLevels, const PointSets& sets,
-                  DrawingSurface& picChart, std::function<void()> drawChart) {
+                  PictureBox& picChart) {
   Steps steps;
   steps.emplace_back([&state, &sets] { RecalculateMaxMin(state, sets); });
-  steps.emplace_back(std::move(drawChart));
+  steps.emplace_back([&state, &picChart] { drawAndDescribe(state, picChart); });
   for (const PointSet& set : sets) {
     steps.emplace_back([&picChart, &sngLevels, &set] { drawSet(picChart, sngLevels, set); });
   }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <functional>
 
 #include "data/chart_state.hpp"
 #include "levels/level_table.hpp"
@@ -23,7 +22,7 @@ void DrawLine(DrawingSurface& picChart, const Levels& AR, const Levels& AT, Colo
 /// A set is drawn when its Show box is 1, in the colour of its first retracement label. The steps
 /// refer to their arguments.
 Steps redrawSteps(ChartState& state, const LevelTable& sngLevels, const PointSets& sets,
-                  DrawingSurface& picChart, std::function<void()> drawChart);
+                  PictureBox& picChart);
 
 /// Runs the redraw sequence if there is a chart. Every level check box calls it.
 void ShowLines(const ChartState& state, const Steps& redraw);
