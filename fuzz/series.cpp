@@ -9,6 +9,7 @@
 #include "chart/price_range.hpp"
 #include "chart/resize.hpp"
 #include "chart/shown_bars.hpp"
+#include "chart/spacing.hpp"
 #include "checking_surface.hpp"
 #include "data/initialize_collection.hpp"
 #include "data/quote_request.hpp"

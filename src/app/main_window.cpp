@@ -5,6 +5,7 @@
 
 #include "app/layout.hpp"
 #include "chart/resize.hpp"
+#include "chart/spacing.hpp"
 #include "commands/choices.hpp"
 #include "interaction/help.hpp"
 #include "interaction/picking.hpp"
