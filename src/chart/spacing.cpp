@@ -2,7 +2,7 @@
 
 #include "chart/price_range.hpp"
 #include "chart/shown_bars.hpp"
-#include "values/numbers.hpp"
+#include "data/bar_positions.hpp"
 
 namespace quintara {
 
@@ -12,11 +12,10 @@ constexpr std::int16_t kNarrowest = 1;
 constexpr std::int16_t kWidest = 5;
 
 void layOut(ChartState& state) {
-  state.sngLeft = kFirstBarLeft;
+  BarPositions positions(state);
   const std::int16_t count = toInt16(static_cast<double>(state.candles().Count()));
   for (int i = 1; i <= count; ++i) {
-    state.candles().Item(static_cast<std::size_t>(i)).Left = state.sngLeft;
-    state.sngLeft = (Single(state.sngLeft) + state.iSpacing).value();
+    state.candles().Item(static_cast<std::size_t>(i)).Left = positions.take();
   }
 }
 

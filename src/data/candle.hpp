@@ -7,6 +7,7 @@
 
 namespace quintara {
 
+class BarPositions;
 struct ChartState;
 
 /// The colour of every candle, line and bar: green.
@@ -39,7 +40,7 @@ class Candle {
 
  private:
   /// Only the series builder fills a bar.
-  friend void appendCandle(ChartState& state, std::string_view row);
+  friend void appendCandle(ChartState& state, BarPositions& positions, std::string_view row);
   void SetValues(float left, float open, float high, float low, float close, float volume,
                  std::string_view date);
 };

@@ -2,12 +2,12 @@
 
 #include <algorithm>
 
+#include "data/bar_positions.hpp"
 #include "data/rows.hpp"
-#include "values/numbers.hpp"
 
 namespace quintara {
 
-void appendCandle(ChartState& state, std::string_view row) {
+void appendCandle(ChartState& state, BarPositions& positions, std::string_view row) {
   state.objCandle = Candle();
   const RowFields fields(row);
   const float volume = fields.number(kVolume);
@@ -15,18 +15,17 @@ void appendCandle(ChartState& state, std::string_view row) {
   const float low = fields.number(kLow);
   const float high = fields.number(kHigh);
   const float open = fields.number(kOpen);
-  state.objCandle.SetValues(state.sngLeft, open, high, low, close, volume, fields.text(kDate));
+  state.objCandle.SetValues(positions.take(), open, high, low, close, volume, fields.text(kDate));
   state.colCandles->Add(state.objCandle);
-  state.sngLeft = (Single(state.sngLeft) + state.iSpacing).value();
 }
 
 void InitializeCollection(ChartState& state, Date today) {
   state.colCandles.emplace();
   constexpr std::size_t kUsualRows = 10'000;  // a reply of empty lines is not worth the memory
   state.colCandles->reserve(std::min(state.sRows.size(), kUsualRows));
-  state.sngLeft = kFirstBarLeft;
+  BarPositions positions(state);
   for (std::size_t i = firstBarRow(state, today); i + 1 < state.sRows.size(); ++i) {
-    appendCandle(state, state.sRows[i]);
+    appendCandle(state, positions, state.sRows[i]);
   }
 }
 
