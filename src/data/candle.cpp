@@ -2,17 +2,6 @@
 
 namespace quintara {
 
-void Candle::SetValues(float left, float open, float high, float low, float close, float volume,
-                       std::string_view date) {
-  dOpen = open;
-  dHigh = high;
-  dLow = low;
-  dClose = close;
-  Left = left;
-  dVolume = volume;
-  sDate = date;
-}
-
 void Candle::Draw(DrawingSurface& picChart) const {
   const bool rising = dOpen <= dClose;
   const float top = rising ? dClose : dOpen;

@@ -1,14 +1,10 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 
 #include "platform/drawing_surface.hpp"
 
 namespace quintara {
-
-class BarPositions;
-struct ChartState;
 
 /// The colour of every candle, line and bar: green.
 inline constexpr Colour kBarColour{0x0000FF00};
@@ -37,12 +33,6 @@ class Candle {
   void Draw(DrawingSurface& picChart) const;
   /// Draws an open-high-low-close bar: opening tick to the left, closing tick to the right.
   void DrawBar(DrawingSurface& picChart) const;
-
- private:
-  /// Only the series builder fills a bar.
-  friend void appendCandle(ChartState& state, BarPositions& positions, std::string_view row);
-  void SetValues(float left, float open, float high, float low, float close, float volume,
-                 std::string_view date);
 };
 
 }  // namespace quintara

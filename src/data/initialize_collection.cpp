@@ -7,6 +7,19 @@
 
 namespace quintara {
 
+namespace {
+
+void SetValues(Candle& candle, float Left, float dOpen, float dHigh, float dLow, float dClose,
+               float dVolume, std::string_view sDate) {
+  candle.dOpen = dOpen;
+  candle.dHigh = dHigh;
+  candle.dLow = dLow;
+  candle.dClose = dClose;
+  candle.Left = Left;
+  candle.dVolume = dVolume;
+  candle.sDate = sDate;
+}
+
 void appendCandle(ChartState& state, BarPositions& positions, std::string_view row) {
   state.objCandle = Candle();
   const RowFields fields(row);
@@ -15,9 +28,11 @@ void appendCandle(ChartState& state, BarPositions& positions, std::string_view r
   const float low = fields.number(kLow);
   const float high = fields.number(kHigh);
   const float open = fields.number(kOpen);
-  state.objCandle.SetValues(positions.take(), open, high, low, close, volume, fields.text(kDate));
+  SetValues(state.objCandle, positions.take(), open, high, low, close, volume, fields.text(kDate));
   state.colCandles->Add(state.objCandle);
 }
+
+}  // namespace
 
 void InitializeCollection(ChartState& state, Date today) {
   state.colCandles.emplace();
