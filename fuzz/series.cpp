@@ -82,8 +82,7 @@ void checkRange(const ChartState& state) {
 void draw(ChartState& state, const Clock& clock, CheckingSurface& surface) {
   InitializeCollection(state, clock.today());
   checkSeries(state);
-  state.iShown =
-      withinSeries(barsThatFit(surface.ScaleWidth(), state.iSpacing), state.candles().Count());
+  showWhatFits(state, surface);
   MaxMin(state, clock.today());
   const auto checkAndDraw = [&] {
     checkSeries(state);

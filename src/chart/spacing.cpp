@@ -22,8 +22,7 @@ void layOut(ChartState& state) {
 void showAgain(ChartState& state, const DrawingSurface& picChart, const Clock& clock,
                const Steps& redraw) {
   layOut(state);
-  state.iShown =
-      withinSeries(barsThatFit(picChart.ScaleWidth(), state.iSpacing), state.candles().Count());
+  showWhatFits(state, picChart);
   MaxMin(state, clock.today());
   run(redraw);
 }

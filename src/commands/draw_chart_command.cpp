@@ -25,8 +25,7 @@ std::string upperCase(std::string text) {
 void buildChart(ChartState& state, const DrawChartControls& controls, Date today) {
   Clear(controls.boxes, controls.sets);
   InitializeCollection(state, today);
-  state.iShown = withinSeries(barsThatFit(controls.picChart.ScaleWidth(), state.iSpacing),
-                              state.candles().Count());
+  showWhatFits(state, controls.picChart);
   controls.progress.setInfo("Building historical chart. Please wait....");
   MaxMin(state, today);
   if (state.hasChart()) {
