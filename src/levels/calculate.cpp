@@ -1,5 +1,6 @@
 #include "levels/calculate.hpp"
 
+#include "levels/range_for_levels.hpp"
 #include "values/numbers.hpp"
 #include "values/text.hpp"
 
@@ -30,17 +31,6 @@ Points pointsOf(std::size_t set, const PointValues& values) {
 void store(float level, float& entry, Label& label) {
   entry = level;
   label.setCaption(defaultText(level));
-}
-
-/// Makes room on the chart for a set's middle target, with a margin of 3 %. A4 never moves it.
-void stretchRange(ChartState& state, std::size_t set, const Levels& targets) {
-  const float middle = targets[1];
-  if (set < 2 && middle > state.sngMax) {
-    state.sngMax = toSingle(middle * 1.03);
-  }
-  if (set == 2 && middle < state.sngMin) {
-    state.sngMin = toSingle(middle * 0.97);
-  }
 }
 
 }  // namespace

@@ -1,8 +1,7 @@
 #include "levels/level_lines.hpp"
 
 #include "chart/summary.hpp"
-#include "values/numbers.hpp"
-#include "values/text.hpp"
+#include "levels/range_for_levels.hpp"
 
 namespace quintara {
 
@@ -21,29 +20,6 @@ void drawSet(DrawingSurface& picChart, const LevelTable& sngLevels, const PointS
 }
 
 }  // namespace
-
-void RecalculateMaxMin(ChartState& state, const PointSets& sets) {
-  state.sngMax = state.sngShownMax;
-  state.sngMin = state.sngShownMin;
-  for (const PointSet& set : sets) {
-    if (set.chkShow->Value() != 1) {
-      continue;
-    }
-    for (std::size_t i = 0; i < set.lblTargets.size(); ++i) {
-      if (set.chkTargets[i]->Value() != 1) {
-        continue;
-      }
-      const double caption = readLeadingNumber(set.lblTargets[i]->Caption());
-      const float level = toSingle(caption);
-      if (level > state.sngMax) {
-        state.sngMax = level;
-      }
-      if (level < state.sngMin && caption > 0) {
-        state.sngMin = level;
-      }
-    }
-  }
-}
 
 void DrawLine(DrawingSurface& picChart, const Levels& AR, const Levels& AT, Colour lColor,
               const std::array<bool, 3>& T) {

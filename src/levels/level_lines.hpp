@@ -9,11 +9,6 @@
 
 namespace quintara {
 
-/// Sets the range to the shown bars' and widens it to the ticked targets of the shown sets, as
-/// their labels read with a full stop. A target of 0 or below never lowers it.
-/// Throws Overflow for a caption beyond single range; the range stays as far as it got.
-void RecalculateMaxMin(ChartState& state, const PointSets& sets);
-
 /// Draws one set's levels: the retracements AR solid, then the targets AT selected by T dashed.
 void DrawLine(DrawingSurface& picChart, const Levels& AR, const Levels& AT, Colour lColor,
               const std::array<bool, 3>& T);
