@@ -17,8 +17,10 @@ struct BusyTest : WindowTest {
     add<Button>(ControlKind::Button, "cmd", {0, 0, 60, 25}).Click = [this] { fetch(); };
     add<Button>(ControlKind::Button, "other", {80, 0, 60, 25}).Click = [this] { log << "other "; };
     add<TextBox>(ControlKind::TextBox, "txt", {0, 40, 60, 20});
-    window->MouseMove = [this](const MouseEvent& event) { log << "move" << event.X / 15 << ' '; };
-    window->Resize = [this] { log << "resize" << window->ScaleWidth() / 15 << ' '; };
+    window->MouseMove = [this](const MouseEvent& event) {
+      log << "move" << event.X / kTwipsPerPixel << ' ';
+    };
+    window->Resize = [this] { log << "resize" << window->ScaleWidth() / kTwipsPerPixel << ' '; };
     server.serve("HTTP/1.1 200 OK\r\nContent-Length: 4\r\n\r\nbody");
     server.setSilent(true);
     show();

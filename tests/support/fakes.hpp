@@ -8,6 +8,7 @@
 #include "platform/headless/controls.hpp"
 #include "platform/headless/platform.hpp"
 #include "platform/locale_info.hpp"
+#include "platform/twips.hpp"
 #include "support/recording_surface.hpp"
 #include "support/scoped_separator.hpp"
 #include "support/wire.hpp"
@@ -21,8 +22,8 @@ struct FakePictureBox : Recording<PictureBox> {
   [[nodiscard]] float Top() const override { return 720; }
   void Move(float, float, float width, float height) override {
     if (width < 0 || height < 0) throw RuntimeError(ErrorKind::InvalidSize);
-    pixelWidth = width / 15;
-    pixelHeight = height / 15;
+    pixelWidth = width / kTwipsPerPixel;
+    pixelHeight = height / kTwipsPerPixel;
     if (Resize) Resize();
   }
   [[nodiscard]] std::int32_t Point(float, float) const override { return pointColour; }

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/qt/dispatcher.hpp"
+#include "platform/twips.hpp"
 #include "support/qt/offscreen.hpp"
 #include "values/errors.hpp"
 
@@ -36,9 +37,8 @@ struct WindowTest : testing::Test, Offscreen {
   template <class Kind>
   Kind& add(ControlKind kind, const std::string& name, QRect place = {0, 0, 80, 20},
             const std::string& container = "") {
-    const auto twips = [](int pixels) { return static_cast<float>(pixels * 15); };
-    return add<Kind>({kind, name, container, "", twips(place.x()), twips(place.y()),
-                      twips(place.width()), twips(place.height())});
+    return add<Kind>({kind, name, container, "", toTwips(place.x()), toTwips(place.y()),
+                      toTwips(place.width()), toTwips(place.height())});
   }
   /// The kind of run-time error that an action ends with.
   static std::optional<ErrorKind> failureOf(const std::function<void()>& action) try {
