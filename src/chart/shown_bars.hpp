@@ -12,7 +12,9 @@ namespace quintara {
 /// sign (a chart's width is counted leftwards). Throws Overflow beyond 16 bits.
 std::int16_t barsThatFit(float scaleWidth, std::int16_t spacing);
 
-/// At most all bars of the series but the oldest, which is never shown; -1 for an empty series.
+/// At most all bars of the series but the oldest, which is never drawn; -1 for an empty series.
+/// For MaxMin, which reads rows up to index `iShown`: when today's quote is bar 1, row 0, that is
+/// one bar more than is drawn, and the row behind the oldest bar's is none.
 std::int16_t withinSeries(std::int16_t bars, std::size_t count);
 
 /// Sets `iShown` to the bars of the series that fit into the chart area. Throws Overflow, or
