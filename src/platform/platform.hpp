@@ -41,10 +41,10 @@ class MessageBox {
 class HttpClient {
  public:
   virtual ~HttpClient() = default;
-  /// GETs a plain-HTTP URL and returns the whole body (data type 0: as text). Blanks, controls, '#'
-  /// and bytes beyond ASCII are percent-encoded, everything else is sent as it stands.
-  /// Throws TransferFailed when the transfer fails, takes over 60 seconds (10 to connect), is
-  /// answered with status 400 or above, or has a body that is cut short or over 64 MB.
+  /// GETs a plain-HTTP URL and returns the whole body (data type 0: as text). Of the URL only what
+  /// a request line cannot hold is encoded. Throws TransferFailed when the transfer fails, takes
+  /// over 60 seconds (10 to connect), is answered with status 400 or above, or has a body that is
+  /// cut short or over 64 MB.
   virtual std::string OpenURL(const std::string& url, int dataType) = 0;
 };
 
