@@ -11,8 +11,7 @@ namespace quintara {
 
 namespace {
 
-/// The URL as it goes out: blanks, controls, '#' and bytes beyond ASCII percent-encoded, the rest
-/// as it stands.
+/// The URL as it goes out; what that means for a ticker stands in data/quote_request.hpp.
 std::string encodedUrl(std::string_view url) {
   constexpr std::string_view kDigits = "0123456789ABCDEF";
   std::string encoded;
