@@ -96,7 +96,7 @@ void checkReply(std::string_view reply) {
 /// The port that is served.
 int served() {
   static std::vector<Endpoint> endpoints;
-  endpoints.push_back({listenOnLoopback(0), "/table.csv", answer});
+  endpoints.push_back({Endpoint::Kind::Port, listenOnLoopback(0), "/table.csv", answer});
   const int port = portOf(endpoints[0].listening);
   static const HttpServer server(std::move(endpoints), 2, Log(LogLevel::Debug, checkLogged));
   goOnAfterAlarms();

@@ -17,6 +17,7 @@ using namespace quintara::quotes;
 constexpr int kFailed = 1;
 constexpr int kBadSetting = 2;
 constexpr int kPortTaken = 3;
+constexpr int kAlreadyRunning = 4;
 
 // Blocked before the first thread starts, so that they reach nobody but the wait below.
 sigset_t blockStopSignals() {
@@ -111,6 +112,8 @@ int main(int argc, char** argv) {
     return complain(error, kBadSetting);
   } catch (const PortTaken& error) {
     return complain(error, kPortTaken);
+  } catch (const AlreadyRunning& error) {
+    return complain(error, kAlreadyRunning);
   } catch (const std::exception& error) {
     return complain(error, kFailed);
   }

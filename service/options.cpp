@@ -144,8 +144,9 @@ Serves price tables and quotes to Quintara on this computer: the trader's own pr
 then a provider on the network if there are settings for one, then a demonstration market (DEMO,
 DOWN, RANGE, PENNY, INDEX).
 
-  --history-port N   port for /table.csv (8470; 0 picks a free one)
-  --quotes-port N    port for /d/quotes.csv (8471; 0 picks a free one)
+  --history-port N   serve /table.csv on this port of 127.0.0.1 (0 picks a free one)
+                     and not on the socket history in the runtime folder
+  --quotes-port N    serve /d/quotes.csv on this port, and not on the socket quotes
   --prices DIR       folder of own prices, a file TICKER.csv for each ticker
                      (quintara/prices in the user's data directory)
   --provider FILE    settings of the provider (quintara/provider.conf in the user's configuration
@@ -157,7 +158,7 @@ DOWN, RANGE, PENNY, INDEX).
   --version          show the version
 
 Exit codes: 0 stopped by SIGINT or SIGTERM, 1 failed or nothing to show,
-2 bad flag or settings, 3 port taken.
+2 bad flag or settings, 3 port taken, 4 another service of yours runs already.
 )";
 }
 

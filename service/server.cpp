@@ -1,8 +1,10 @@
 #include "service/server.hpp"
 
+#include <string>
 #include <utility>
 #include <vector>
 
+#include "runtime/runtime_folder.hpp"
 #include "service/http/http_server.hpp"
 #include "service/http/listening_socket.hpp"
 #include "service/provider/provider_source.hpp"
@@ -24,22 +26,33 @@ void Server::start() {
   stop_ = std::stop_source();
   desk_ = std::make_unique<QuoteDesk>(standardSources(settings_.sources, stop_.get_token()),
                                       settings_.today);
+  std::unique_ptr<OwnSockets> sockets;
+  if (!settings_.historyPort || !settings_.quotesPort) {
+    sockets = std::make_unique<OwnSockets>(runtimeFolder());
+  }
   std::vector<Endpoint> endpoints;
-  endpoints.push_back({listenOnLoopback(settings_.historyPort), "/table.csv",
-                       [this](const std::string& target) { return desk_->table(target); }});
-  endpoints.push_back({listenOnLoopback(settings_.quotesPort), "/d/quotes.csv",
-                       [this](const std::string& target) { return desk_->quote(target); }});
+  const auto add = [&](std::optional<int> port, const char* name, const char* path, auto answer) {
+    endpoints.push_back({port ? Endpoint::Kind::Port : Endpoint::Kind::OwnUser,
+                         port ? listenOnLoopback(*port) : sockets->listen(name), path, answer});
+    return addressOf(endpoints.back().listening) + " (" + name + ")";
+  };
+  const std::string history =
+      add(settings_.historyPort, "history", "/table.csv",
+          [this](const std::string& target) { return desk_->table(target); });
+  const std::string quotes =
+      add(settings_.quotesPort, "quotes", "/d/quotes.csv",
+          [this](const std::string& target) { return desk_->quote(target); });
   historyPort_ = portOf(endpoints[0].listening);
   quotesPort_ = portOf(endpoints[1].listening);
   http_ = std::make_unique<HttpServer>(std::move(endpoints), kWorkers, settings_.sources.log);
-  settings_.sources.log.info("listening on 127.0.0.1:" + std::to_string(historyPort()) +
-                             " (history) and 127.0.0.1:" + std::to_string(quotesPort()) +
-                             " (quotes)");
+  sockets_ = std::move(sockets);
+  settings_.sources.log.info("listening on " + history + " and " + quotes);
 }
 
 void Server::stop() {
   stop_.request_stop();
   http_.reset();
+  sockets_.reset();
 }
 
 bool Server::failed() const { return http_ && http_->failed(); }

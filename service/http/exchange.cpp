@@ -18,7 +18,7 @@ bool Exchange::mayBeAnswered(MHD_Connection* connection, const char* path, const
                              const Endpoint& endpoint) {
   method_ = method;
   try {
-    checkRequest(connection, path, method, endpoint.path);
+    checkRequest(connection, path, method, endpoint);
     return true;
   } catch (const Refusal& refusal) {
     refuse(refusal);

@@ -3,6 +3,7 @@
 #include <poll.h>
 #include <sys/eventfd.h>
 #include <sys/socket.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <array>
@@ -28,6 +29,14 @@ constexpr std::chrono::hours kLongestWait{1};
 
 int socketOf(MHD_Connection* connection) {
   return MHD_get_connection_info(connection, MHD_CONNECTION_INFO_CONNECTION_FD)->connect_fd;
+}
+
+// The kernel tells who connected to a socket in the file system.
+bool isOwnUser(int socket) {
+  ucred peer{};
+  socklen_t size = sizeof peer;
+  return ::getsockopt(socket, SOL_SOCKET, SO_PEERCRED, &peer, &size) == 0 &&
+         peer.uid == ::geteuid();
 }
 
 // Unread bytes would make the close a reset, which can take the reply with it on the other side.
@@ -196,6 +205,11 @@ bool HttpServer::acceptOne(const Endpoint& endpoint) {
       ::accept4(endpoint.listening.get(), plain, &size, SOCK_NONBLOCK | SOCK_CLOEXEC);
   if (socket < 0) {
     return goOnAfter(errno);
+  }
+  if (endpoint.kind == Endpoint::Kind::OwnUser && !isOwnUser(socket)) {
+    log_.warning("another user of this computer connected and was refused");
+    ::close(socket);
+    return true;
   }
   clients_.add(socket, endpoint);
   if (MHD_add_connection(daemon_.get(), socket, plain, size) != MHD_YES) {

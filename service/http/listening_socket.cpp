@@ -3,6 +3,7 @@
 #include <arpa/inet.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
+#include <sys/un.h>
 
 #include <cerrno>
 #include <cstdint>
@@ -52,7 +53,18 @@ int portOf(const FileHandle& socket) {
   socklen_t size = sizeof address;
   checked(::getsockname(socket.get(), reinterpret_cast<sockaddr*>(&address), &size),
           "cannot tell the port");
-  return ntohs(address.sin_port);
+  return address.sin_family == AF_INET ? ntohs(address.sin_port) : 0;
+}
+
+std::string addressOf(const FileHandle& socket) {
+  if (const int port = portOf(socket); port != 0) {
+    return "127.0.0.1:" + std::to_string(port);
+  }
+  sockaddr_un address{};
+  socklen_t size = sizeof address;
+  checked(::getsockname(socket.get(), reinterpret_cast<sockaddr*>(&address), &size),
+          "cannot tell the address");
+  return address.sun_path;
 }
 
 }  // namespace quintara::quotes

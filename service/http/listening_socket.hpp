@@ -13,6 +13,7 @@ int checked(int result, const std::string& what);
 /// std::system_error when the port cannot be had for another reason. It does not block.
 FileHandle listenOnLoopback(int port);
 
-int portOf(const FileHandle& socket);
+int portOf(const FileHandle& socket);             ///< 0 if it has none
+std::string addressOf(const FileHandle& socket);  ///< with the port, or a file's name
 
 }  // namespace quintara::quotes

@@ -40,14 +40,16 @@ bool hasBody(MHD_Connection* connection) {
 }  // namespace
 
 void checkRequest(MHD_Connection* connection, std::string_view path, std::string_view method,
-                  std::string_view served) {
+                  const Endpoint& endpoint) {
   std::string_view refusal;
-  MHD_get_connection_values(connection, MHD_HEADER_KIND, look, &refusal);
+  if (endpoint.kind == Endpoint::Kind::Port) {
+    MHD_get_connection_values(connection, MHD_HEADER_KIND, look, &refusal);
+  }
   if (!refusal.empty()) {
     throw Refusal(MHD_HTTP_FORBIDDEN, std::string(refusal));
   }
-  if (path != served) {
-    throw Refusal(MHD_HTTP_NOT_FOUND, "only " + std::string(served) + " is served here");
+  if (path != endpoint.path) {
+    throw Refusal(MHD_HTTP_NOT_FOUND, "only " + endpoint.path + " is served here");
   }
   if (method != MHD_HTTP_METHOD_GET) {
     throw Refusal(MHD_HTTP_METHOD_NOT_ALLOWED, "only GET is served here");

@@ -4,13 +4,15 @@
 
 #include <string_view>
 
+#include "service/http/endpoint.hpp"
+
 namespace quintara::quotes {
 
-/// Lets a request for `served` pass that was meant for this service, and throws Refusal for any
-/// other: one whose Host is another computer's, which a page of that name could have made; one that
-/// a page of a browser made, be it that it never sees the reply; another path; another method than
-/// GET; one with a body, because no body is ever read.
+/// Lets a request pass that is one for this endpoint, and throws Refusal for any other: another
+/// path, another method than GET, one with a body, because no body is ever read. On a port also one
+/// whose Host is another computer's, which a page of that name could have made, and one that says
+/// it comes from a page, be it that the page never sees the reply.
 void checkRequest(MHD_Connection* connection, std::string_view path, std::string_view method,
-                  std::string_view served);
+                  const Endpoint& endpoint);
 
 }  // namespace quintara::quotes

@@ -1,12 +1,15 @@
 #include "service/server.hpp"
 
 #include <gmock/gmock.h>
+#include <sys/syscall.h>
+#include <unistd.h>
 
 #include <atomic>
 #include <map>
 #include <thread>
 
 #include "client.hpp"
+#include "service/http/http_server.hpp"
 #include "service/prices/day_forms.hpp"
 #include "temporary_folder.hpp"
 
@@ -65,7 +68,7 @@ TEST_F(ServerTest, AnswersWhatIsForItAndSignsEveryReply) {
            {table + "Content-Length: 3\r\n\r\nabc", "400"},
            {table + "Transfer-Encoding: chunked\r\n\r\n3\r\nabc\r\n", "400"},
            {"GET /\x1b[2J HTTP/1.1\r\n\r\n", "404"}}) {
-    EXPECT_THAT(exchange(server.historyPort(), request),
+    EXPECT_THAT(wholeReply(server.historyPort(), request),
                 testing::AllOf(StartsWith(std::string("HTTP/1.1 ") + status),
                                HasSubstr("\r\nServer: quintara-quotes/" QUINTARA_VERSION "\r\n"),
                                HasSubstr("\r\nConnection: close\r\n")))
@@ -75,14 +78,33 @@ TEST_F(ServerTest, AnswersWhatIsForItAndSignsEveryReply) {
     const std::string answer = ask(server.historyPort(), table + request + "\r\n\r\n");
     EXPECT_TRUE(answer.empty() || answer.starts_with("HTTP/1.1 4")) << answer;
   }
-  EXPECT_THAT(exchange(server.quotesPort(), quoteOf("a+b")), EndsWith(",2.00,3.00,2.00,0\r\n"));
+  EXPECT_THAT(wholeReply(server.quotesPort(), quoteOf("a+b")), EndsWith(",2.00,3.00,2.00,0\r\n"));
+}
+
+TEST_F(ServerTest, RefusesAnotherUserWhoReachesASocket) {
+  if (::geteuid() != 0) {
+    GTEST_SKIP() << "only root can be another user";
+  }
+  OwnSockets sockets(folder.path);
+  std::vector<Endpoint> endpoints;
+  endpoints.push_back({Endpoint::Kind::OwnUser, sockets.listen("open"), "/",
+                       [](const std::string&) { return "prices"; }});
+  const HttpServer http(std::move(endpoints), 1, log);
+  const std::string path = folder.path / "open";
+  std::filesystem::permissions(folder.path, std::filesystem::perms::all);
+  std::filesystem::permissions(path, std::filesystem::perms::all);
+  EXPECT_THAT(ask(path, "GET / HTTP/1.1\r\n\r\n"), EndsWith("prices"));
+  std::thread([&] {
+    ::syscall(SYS_setresuid, -1, 65534, -1);  // of this thread alone
+    EXPECT_EQ(ask(path, "GET / HTTP/1.1\r\n\r\n"), "");
+  }).join();
 }
 
 TEST_F(ServerTest, AThousandRequestsFromFiftyClientsLoseAndMixNothing) {
   const auto tableAt = [&](const std::string& price) {
     folder.write("new", daysAt(price, *makeDay(1990, 1, 1), 1000));
     std::filesystem::rename(folder.path / "new", folder.path / "FRESH.csv");
-    return exchange(server.historyPort(), tableOf("fresh"));
+    return wholeReply(server.historyPort(), tableOf("fresh"));
   };
   const std::string tables[] = {tableAt("1"), tableAt("2")};
   EXPECT_THAT(tables[1], EndsWith("\n1-Jan-90,2.00,2.00,2.00,2.00,0\n"));
@@ -94,9 +116,9 @@ TEST_F(ServerTest, AThousandRequestsFromFiftyClientsLoseAndMixNothing) {
     clients.emplace_back([&, own = std::to_string(client)] {
       folder.write("C" + own + ".csv", daysAt(own, today, 1));
       for (int round = 0; round < 10; ++round) {
-        EXPECT_THAT(exchange(server.quotesPort(), quoteOf("C" + own)),
+        EXPECT_THAT(wholeReply(server.quotesPort(), quoteOf("C" + own)),
                     HasSubstr("\"C" + own + "\"," + own + ".00,"));
-        EXPECT_THAT(exchange(server.historyPort(), tableOf("fresh")),
+        EXPECT_THAT(wholeReply(server.historyPort(), tableOf("fresh")),
                     testing::AnyOf(tables[0], tables[1]));
       }
       --busy;
@@ -116,7 +138,7 @@ TEST_F(ServerTest, AnswersBehindACrowdThatIsSilentOrNeverReads) {
     }
   }
   const auto begin = Clock::now();
-  EXPECT_THAT(exchange(server.historyPort(), tableOf("A+B")), StartsWith("HTTP/1.1 200 "));
+  EXPECT_THAT(wholeReply(server.historyPort(), tableOf("A+B")), StartsWith("HTTP/1.1 200 "));
   EXPECT_LT(Clock::now() - begin, milliseconds{4000});
 }
 
@@ -146,7 +168,7 @@ TEST_F(ServerTest, StopsWithClientsConnectedAndStartsAgain) {
   EXPECT_EQ(receive(idle) + receive(half), "");
   EXPECT_FALSE(server.failed());
   server.start();
-  EXPECT_THAT(exchange(server.quotesPort(), quoteOf("A+B")), StartsWith("HTTP/1.1 200 "));
+  EXPECT_THAT(wholeReply(server.quotesPort(), quoteOf("A+B")), StartsWith("HTTP/1.1 200 "));
 }
 
 }  // namespace quintara::quotes
