@@ -98,16 +98,17 @@ std::string replyOf(const std::function<std::string()>& answer) {
 }
 
 void checkTable(std::string_view table, const TableRequest& asked) {
-  const PriceFile file = parsePriceFile(table);
+  const PriceFile file = parsePriceFile(std::string(table));
   const auto lines = static_cast<std::size_t>(std::count(table.begin(), table.end(), '\n')) - 1;
   check(file.badLines == 0 && file.bars.size() == lines, "every line of a table parses");
   check(take(table, '\n') == "Date,Open,High,Low,Close,Volume", "a table begins with its header");
   Day newer = asked.last + std::chrono::days{1};
   while (!table.empty()) {
     std::string_view line = take(table, '\n');
-    const auto date = parseDay(take(line, ','));
-    check(date && *date < newer, "rows are newest first and not after the dates asked for");
-    newer = *date;
+    const auto moment = MomentReader().read(take(line, ','));
+    check(moment && moment->day && *moment->day < newer,
+          "rows are newest first and not after the dates asked for");
+    newer = *moment->day;
   }
   check(lines == 0 || newer >= asked.first, "rows are not before the dates asked for");
   check(lines == 0 || file.bars.back().date < kToday + std::chrono::days{1}, "no row is of later");

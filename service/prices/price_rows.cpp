@@ -3,40 +3,16 @@
 #include <algorithm>
 #include <utility>
 
+#include "service/prices/number_signs.hpp"
+#include "service/prices/volume.hpp"
 #include "service/text/text.hpp"
 
 namespace quintara::quotes {
 namespace {
 
-constexpr std::size_t kComplaints = 100;
 constexpr std::size_t kLongestQuoted = 40;
 
-// Without the commas between groups of three digits; as it is if commas stand otherwise.
-std::string ungrouped(std::string_view text) {
-  const auto end = std::min(text.find('.'), text.size());
-  std::string result;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const bool between = i > 0 && i < end && (end - i) % 4 == 0;
-    if (between != (text[i] == ',')) {
-      return std::string(text);
-    }
-    result += between ? "" : std::string(1, text[i]);
-  }
-  return result;
-}
-
-std::optional<Decimal> parseVolume(std::string_view text, bool comma) {
-  if (text.empty() || text == "-" || equalIgnoringCase(text, "N/A") ||
-      equalIgnoringCase(text, "null")) {
-    return Decimal{};
-  }
-  return parseDecimal(comma ? text : ungrouped(text), comma);
-}
-
-std::optional<Kept<Price>> parsePrice(std::string_view text, bool comma) {
-  const auto decimal = parseDecimal(text, comma);
-  return decimal ? decimal->price() : std::nullopt;
-}
+bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 // Whole or not at all: whoever hides a secret in the complaint must not meet half of it.
 std::string notUnderstood(const std::string& name, std::string_view text) {
@@ -48,6 +24,17 @@ std::string notUnderstood(const std::string& name, std::string_view text) {
          " is not understood";
 }
 
+// With the first sign that is none of a number.
+std::string notUnderstoodNumber(const std::string& name, std::string_view text, bool comma) {
+  const auto isOfNumber = [&](char c) { return isDigit(c) || c == (comma ? ',' : '.'); };
+  const auto other = std::find_if_not(text.begin(), text.end(), isOfNumber);
+  const bool oneSign = !text.empty() && isDigit(text.front()) && other != text.end() &&
+                       *other > ' ' && *other < '\x7f' && !isDigit(*other);
+  return notUnderstood(name, text) + (oneSign ? std::string(" for its ") + *other : "");
+}
+
+}  // namespace
+
 std::string implausible(const DailyBar& bar) {
   if (bar.low == Price()) {
     return "a price is not above 0";
@@ -58,71 +45,83 @@ std::string implausible(const DailyBar& bar) {
   return bar.high < std::max(bar.open, bar.close) ? "the high is not the highest price" : "";
 }
 
-}  // namespace
+std::optional<Kept<Price>> priceIn(std::string_view text, bool comma, std::string& plain) {
+  const auto number = plainNumber(text, comma, plain);
+  const auto decimal = number ? parseDecimal(*number, false) : std::nullopt;
+  return decimal ? decimal->price() : std::nullopt;
+}
 
-// Returns why the row is a bad one; nothing for a good one.
-std::string RowReader::addGood(std::size_t number, const Fields& fields) {
+struct RowReader::Row {
   DailyBar bar;
+  bool undated = false;
+  int second = 0;
   bool cutPrice = false;
-  const bool undated = fields[kDate].empty() && rules_.undated;
-  const auto date = undated ? Day() : rules_.readDay(fields[kDate]);
-  if (!date) {
-    return notUnderstood(rules_.names[kDate], fields[kDate]);
+  bool cutVolume = false;
+};
+
+// Each of these returns what is wrong; nothing if all is well.
+std::string RowReader::readDate(Row& row, std::string_view date, std::string_view time) {
+  row.undated = date.empty() && rules_.undated;
+  if (row.undated) {
+    return "";
   }
-  for (const auto& [column, target] : {std::pair{kOpen, &bar.open}, std::pair{kHigh, &bar.high},
-                                       std::pair{kLow, &bar.low}, std::pair{kClose, &bar.close}}) {
-    const auto price = parsePrice(fields.at(column), comma_);
+  const auto moment = moments_.read(date, time);
+  const auto day = moment ? moment->dayIn(rules_.days.order) : std::nullopt;
+  if (!day) {
+    const bool unclear = moment && rules_.days.order == DayOrder::Unclear;
+    return notUnderstood(rules_.names[kDate], date) +
+           (unclear ? ", it may begin with the day or the month" : "");
+  }
+  row.bar.date = *day;
+  row.second = moment->second;
+  return "";
+}
+
+std::string RowReader::readPrices(Row& row, const Fields& fields) {
+  for (const auto& [column, target] :
+       {std::pair{kOpen, &row.bar.open}, std::pair{kHigh, &row.bar.high},
+        std::pair{kLow, &row.bar.low}, std::pair{kClose, &row.bar.close}}) {
+    const auto price = priceIn(fields.at(column), signs_.comma, plain_);
     if (!price) {
-      return notUnderstood(rules_.names.at(column), fields.at(column));
+      return notUnderstoodNumber(rules_.names.at(column), fields.at(column), signs_.comma);
     }
     *target = price->value;
-    cutPrice = cutPrice || price->cut;
+    row.cutPrice = row.cutPrice || price->cut;
   }
-  const auto volume = parseVolume(fields[kVolume], comma_);
+  return "";
+}
+
+std::string RowReader::readVolume(Row& row, std::string_view text) {
+  const auto volume = parseVolume(text, signs_.comma, signs_.known, plain_);
   if (!volume) {
-    return notUnderstood(rules_.names[kVolume], fields[kVolume]);
+    return notUnderstoodNumber(rules_.names[kVolume], text, signs_.comma);
   }
-  bar.volume = volume->whole().value;
-  bar.date = undated ? rules_.undated(bar) : *date;
-  auto reason = implausible(bar);
-  if (reason.empty()) {
-    good_.push_back({bar, number});
-    result_.cutPrices += cutPrice ? 1 : 0;
-    result_.cutVolumes += volume->whole().cut ? 1 : 0;
-  }
-  return reason;
+  row.bar.volume = volume->whole().value;
+  row.cutVolume = volume->whole().cut;
+  return "";
 }
 
-void RowReader::complain(std::size_t number, const std::string& what) {
-  ++result_.badLines;
-  if (result_.complaints.size() < kComplaints) {
-    result_.complaints.push_back(std::string(kind_) + " " + std::to_string(number) + ": " + what);
-  }
+// A line below the rows may say where they come from.
+bool RowReader::isRemark(const Fields& fields) {
+  const auto isPrice = [&](Column column) {
+    return priceIn(fields.at(column), signs_.comma, plain_).has_value();
+  };
+  return isPrice(kOpen) + isPrice(kHigh) + isPrice(kLow) + isPrice(kClose) < 2;
 }
 
-void RowReader::add(std::size_t number, const Fields& fields) {
-  const auto reason = addGood(number, fields);
-  if (!reason.empty()) {
-    complain(number, reason);
+void RowReader::add(std::size_t number, const Fields& fields, std::string_view time) {
+  Row row;
+  std::string wrong = readDate(row, fields[kDate], time);
+  const bool remark = !wrong.empty() && isRemark(fields);
+  wrong = wrong.empty() ? readPrices(row, fields) : wrong;
+  wrong = wrong.empty() ? readVolume(row, fields[kVolume]) : wrong;
+  wrong = wrong.empty() ? implausible(row.bar) : wrong;
+  if (!wrong.empty()) {
+    bars_.leaveOut(number, wrong, remark);
+    return;
   }
-}
-
-// Exports come in either order; of two rows with one date the first stands.
-PriceRows RowReader::finish() {
-  std::stable_sort(good_.begin(), good_.end(),
-                   [](const Numbered& a, const Numbered& b) { return a.bar.date < b.bar.date; });
-  result_.readable = true;
-  for (const auto& [bar, number] : good_) {
-    if (result_.bars.empty() || result_.bars.back().date != bar.date) {
-      result_.bars.push_back(bar);
-    } else {
-      complain(number, "the date " + tableDate(bar.date) + " is there already");
-    }
-  }
-  if (result_.bars.empty()) {
-    result_.problem = "no usable line, " + std::to_string(result_.badLines) + " bad ones";
-  }
-  return std::move(result_);
+  row.bar.date = row.undated ? rules_.undated(row.bar) : row.bar.date;
+  bars_.add(row.bar, number, row.second, row.cutPrice, row.cutVolume);
 }
 
 }  // namespace quintara::quotes

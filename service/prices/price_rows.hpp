@@ -3,10 +3,12 @@
 #include <array>
 #include <cstddef>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
+#include "service/prices/bar_list.hpp"
+#include "service/prices/day_forms.hpp"
 #include "service/prices/price.hpp"
 
 namespace quintara::quotes {
@@ -22,49 +24,52 @@ inline const ColumnNames kUsualNames{"Date", "Open", "High", "Low", "Close", "Vo
 /// How rows are to be read. Only the volume may be missing, and the date where `undated` says of
 /// which day prices without one are.
 struct RowRules {
-  ColumnNames names = kUsualNames;
-  std::function<std::optional<Day>(std::string_view)> readDay = parseDay;
+  ColumnNames names = kUsualNames;  ///< or places, from 0 on
+  DayForms days;                    ///< a table may say the order itself where this does not
   std::function<Day(const DailyBar& bar)> undated = nullptr;
+  std::string ticker;  ///< whose rows a table with a column of tickers has to hold; empty for all
+  DayOrder region = DayOrder::Unclear;  ///< of the desktop, where a table does not decide
 };
 
-/// What a table of daily prices holds.
-struct PriceRows {
-  DailyBars bars;
-  std::size_t badLines = 0;
-  std::size_t cutPrices = 0;   ///< rows with a price of more than ten digits, rounded to ten
-  std::size_t cutVolumes = 0;  ///< rows with a volume beyond 64 bits, taken as the largest of them
-  std::string problem;         ///< why there are no bars; empty when there are some
-  bool readable = false;       ///< there are columns or fields with the right names
-  std::vector<std::string> complaints;  ///< of the first bad lines: one line each, escaped
-
-  bool isEmpty() const { return bars.empty() && badLines == 0; }
+/// The decimal sign of a table.
+struct NumberSigns {
+  bool comma = false;
+  bool known = true;  ///< some price has one
 };
 
-/// Reads rows one after the other. A row that breaks the promises of DailyBar, or repeats the date
-/// of an earlier one, is left out and counted.
+/// Reads rows one after the other. A row that breaks the promises of DailyBar, or repeats an
+/// earlier one, is left out and counted.
 class RowReader {
  public:
-  /// `kind` is what a row is called in complaints. With `comma` a decimal comma is understood.
-  RowReader(const RowRules& rules, std::string_view kind, bool comma = false)
-      : rules_(rules), kind_(kind), comma_(comma) {}
+  /// `kind` is what a row is called in complaints; `most` rows are expected at most.
+  RowReader(const RowRules& rules, std::string_view kind, NumberSigns signs = {},
+            std::size_t most = 0)
+      : rules_(rules), signs_(signs), moments_(rules.days.utcOffsetHours), bars_(kind, most) {}
 
-  void add(std::size_t number, const Fields& fields);
-  PriceRows finish();
+  /// `time` is a time of day that stands by itself.
+  void add(std::size_t number, const Fields& fields, std::string_view time = {});
+  void leaveOut(std::size_t number, const std::string& why) { bars_.leaveOut(number, why, false); }
+  PriceRows finish() { return bars_.finish(); }
 
  private:
-  struct Numbered {
-    DailyBar bar;
-    std::size_t number;
-  };
+  struct Row;
 
-  std::string addGood(std::size_t number, const Fields& fields);
-  void complain(std::size_t number, const std::string& what);
+  std::string readDate(Row& row, std::string_view date, std::string_view time);
+  std::string readPrices(Row& row, const Fields& fields);
+  std::string readVolume(Row& row, std::string_view text);
+  bool isRemark(const Fields& fields);
 
   const RowRules& rules_;
-  const std::string_view kind_;
-  const bool comma_;
-  std::vector<Numbered> good_;
-  PriceRows result_;
+  const NumberSigns signs_;
+  MomentReader moments_;
+  BarList bars_;
+  std::string plain_;  ///< the number that is being read
 };
+
+/// Why a bar breaks the promises of DailyBar; empty if it does not.
+std::string implausible(const DailyBar& bar);
+
+/// A price of a table; no value for what is none.
+std::optional<Kept<Price>> priceIn(std::string_view text, bool comma, std::string& plain);
 
 }  // namespace quintara::quotes

@@ -25,8 +25,6 @@ struct Reading {
   bool dateOrderByRegion = false;  ///< nothing in the file decides
   std::string decimalSign;         ///< "point" or "comma", where prices have one
   std::string decimalSignWhy;
-  std::size_t rows = 0;     ///< rows used; several of one day make one bar
-  std::size_t remarks = 0;  ///< lines below the rows that are no rows
 };
 
 }  // namespace quintara::quotes

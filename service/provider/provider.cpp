@@ -90,6 +90,7 @@ std::string aboutPart(const std::string& host, const Filling& filling, const std
 }
 
 void hideKey(PriceRows& rows, const Secret& key) {
+  rows.problem = key.hiddenIn(rows.problem);
   for (std::string& complaint : rows.complaints) {
     complaint = key.hiddenIn(complaint);
   }
@@ -169,7 +170,7 @@ void Provider::addQuote(ProviderReply& reply, const Filling& filling, Day today,
   const auto undated = [newest = bars.back(), weekday = latestWeekday(today)](const DailyBar& bar) {
     return samePrices(bar, newest) ? newest.date : weekday;
   };
-  const RowRules rules{settings_.quote.names, [this](auto text) { return dayOf(text); }, undated};
+  const RowRules rules{settings_.quote.names, settings_.days, undated, "", DayOrder::Unclear};
   Rows rows = fetch({"quote", *settings_.quoteUrl, settings_.quote, rules}, filling, deadline);
   if (auto* quote = std::get_if<PriceRows>(&rows)) {
     reply.quote = std::move(*quote);
@@ -190,7 +191,7 @@ ProviderReply Provider::ask(const std::string& ticker, Day today, Deadline deadl
     return reply;
   }
   const Filling filling = fillingFor(ticker, today);
-  const RowRules rules{settings_.table.names, [this](auto text) { return dayOf(text); }, nullptr};
+  const RowRules rules{settings_.table.names, settings_.days, nullptr, "", DayOrder::Unclear};
   Rows rows = fetch({"table", *settings_.tableUrl, settings_.table, rules}, filling, deadline);
   auto* table = std::get_if<PriceRows>(&rows);
   if (table == nullptr) {
@@ -200,8 +201,7 @@ ProviderReply Provider::ask(const std::string& ticker, Day today, Deadline deadl
   }
   reply.table = std::move(*table);
   if (reply.table.bars.empty()) {
-    reply.found = Failed{aboutPart(host(), filling, "table") + reply.table.problem + ", " +
-                         reply.table.complaints.front()};
+    reply.found = Failed{aboutPart(host(), filling, "table") + reply.table.problem};
     return reply;
   }
   reply.found = reply.table.bars;

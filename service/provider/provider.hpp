@@ -53,9 +53,6 @@ class Provider {
   PriceRows read(const Part& part, const std::string& body, const Filling& filling) const;
   void addQuote(ProviderReply& reply, const Filling& filling, Day today, Deadline deadline) const;
   Filling fillingFor(const std::string& ticker, Day today) const;
-  std::optional<Day> dayOf(std::string_view text) const {
-    return parseAnyDay(text, settings_.days);
-  }
   std::string withExcerpt(const std::string& what, std::string_view outside) const;
 
   const ProviderSettings settings_;

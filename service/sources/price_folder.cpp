@@ -4,13 +4,16 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
 #include <memory>
-#include <optional>
 #include <system_error>
 #include <utility>
+#include <vector>
 
 #include "service/prices/price_file.hpp"
+#include "service/prices/region.hpp"
 #include "service/system/file_handle.hpp"
 #include "service/text/text.hpp"
 
@@ -26,11 +29,13 @@ struct CloseDirectory {
 };
 using Directory = std::unique_ptr<DIR, CloseDirectory>;
 
-// The entry with this name in any case. Where several differ in case alone the first in byte order
-// is taken, so that the choice does not depend on the order of the directory. Throws
-// std::system_error.
-std::optional<std::string> entryNamed(DIR* directory, const std::string& name) {
-  std::optional<std::string> best;
+// The endings of price files, the first before the others.
+constexpr std::array kEndings{".CSV", ".TXT", ".TSV"};
+
+// The files of this ticker in any case, in the order of endings and then of bytes, so that the
+// choice does not depend on the order of the directory. Throws std::system_error.
+std::vector<std::string> entriesOf(DIR* directory, const std::string& ticker) {
+  std::array<std::vector<std::string>, kEndings.size()> found;
   for (;;) {
     errno = 0;
     const dirent* entry = ::readdir(directory);
@@ -38,13 +43,21 @@ std::optional<std::string> entryNamed(DIR* directory, const std::string& name) {
       throw std::system_error(errno, std::generic_category());
     }
     if (entry == nullptr) {
-      return best;
+      break;
     }
-    const std::string_view found = static_cast<const char*>(entry->d_name);
-    if (equalIgnoringCase(found, name) && (!best || found < *best)) {
-      best = found;
+    const std::string_view name = static_cast<const char*>(entry->d_name);
+    for (std::size_t i = 0; i < kEndings.size(); ++i) {
+      if (equalIgnoringCase(name, ticker + kEndings.at(i))) {
+        found.at(i).emplace_back(name);
+      }
     }
   }
+  std::vector<std::string> names;
+  for (auto& ending : found) {
+    std::sort(ending.begin(), ending.end());
+    names.insert(names.end(), ending.begin(), ending.end());
+  }
+  return names;
 }
 
 bool unchanged(const struct stat& before, const struct stat& after) {
@@ -112,25 +125,33 @@ Found PriceFolder::find(const std::string& ticker, Day) {
   if (!directory && errno != ENOENT && errno != ENOTDIR) {
     return unusable("own prices cannot be read: " + reasonFor(errno));
   }
-  const auto name = directory ? entryNamed(directory.get(), ticker + ".CSV") : std::nullopt;
-  if (!name) {
+  const auto names = directory ? entriesOf(directory.get(), ticker) : std::vector<std::string>();
+  if (names.empty()) {
     return NotFound{};
+  }
+  const std::string& name = names.front();
+  for (std::size_t i = 1; i < names.size(); ++i) {
+    log_.warning("own prices: " + escaped(names[i]) + " is not read, because there is " +
+                 escaped(name));
   }
   const std::lock_guard lock(reading_);
   if (stop_.stop_requested()) {
     return Unusable{"the service is stopping"};
   }
-  const Content content = readEntry(::dirfd(directory.get()), *name);
-  const std::string where = "own prices in " + escaped(*name) + ": ";
+  Content content = readEntry(::dirfd(directory.get()), name);
+  const std::string where = "own prices in " + escaped(name) + ": ";
   if (!content.problem.empty()) {
     return unusable(where + content.problem);
   }
-  PriceFile file = parsePriceFile(content.text);
+  RowRules rules;
+  rules.ticker = ticker;
+  rules.region = regionalDayOrder();
+  PriceFile file = parsePriceFile(std::move(content.text), rules);
   if (!file.problem.empty()) {
     return unusable(where + file.problem);
   }
   if (file.badLines > 0) {
-    log_.warning(escaped(*name) + ": bad lines left out: " + std::to_string(file.badLines));
+    log_.warning(escaped(name) + ": bad lines left out: " + std::to_string(file.badLines));
   }
   return std::move(file.bars);
 }

@@ -9,9 +9,10 @@
 
 namespace quintara::quotes {
 
-/// The trader's own prices: one file TICKER.csv for a ticker, the name in any case, straight in one
-/// folder. Read anew for every request, so that a changed file counts at once. Only regular files
-/// of at most 32 MB are read; links, devices and pipes are not followed or waited for.
+/// The trader's own prices: one file TICKER.csv, TICKER.txt or TICKER.tsv for a ticker, the name in
+/// any case, straight in one folder; of several the first in this order is read, and the log names
+/// the others. Read anew for every request, so that a changed file counts at once. Only regular
+/// files of at most 32 MB are read; links, devices and pipes are not followed or waited for.
 class PriceFolder : public PriceSource {
  public:
   /// Once `stop` is requested files are refused instead of read: clients that wait for their turn

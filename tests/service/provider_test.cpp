@@ -90,13 +90,13 @@ TEST_F(ProviderTest, PutsTheQuoteOnTheTableAndTellsAbsentPricesFromUselessReplie
     std::string body, expected, more = {};  // the body of the quote if there is one
     int status = 200;
   } cases[] = {
-      {table + "rubbish\n", close},
+      {table + "2026-11-20,rubbish\n", close},
       {"<html>no " + kKey, "not found, HTTP status 404: <html>no ***", "", 404},
       {" \r\n", "not found, an empty reply"},
       {kHeader, "not found, an empty table: Date,Open,"},
       {R"({"X&Y":[],"note":"limit"})", "table: not prices, no rows but a message: {", rows},
       {message, "not found, ", rows + "unknown_symbol = limit"},
-      {"{\"note\":\n \"" + kKey + " used up\"}", "Close: {\"note\": \"*** used up\"}"},
+      {"{\"note\":\n \"" + kKey + " used up\"}", "as CSV: {\"note\": \"*** used up\"}"},
       {kHeader + kKey + ",1,1,1,1\n", "1 bad ones, line 2: Date \"***\""},
       {upperCase(kKey) + " bad", "the key or the plan does not allow this: *** bad", "", 403},
       {std::string(190, '.') + kKey + " " + std::string(400, '.'), ".*** ....", "", 400},
@@ -107,7 +107,9 @@ TEST_F(ProviderTest, PutsTheQuoteOnTheTableAndTellsAbsentPricesFromUselessReplie
       {R"({"q":[{"open":3,"high":4,"low":2,"c":3.5,"volume":9,"t":1795132799.5}]})", fresh, inJson},
       {"", close, withQuote},
       {"Open;High;Low;Close\n1;2;1;2\n", close, withQuote},
-      {"<html>", "quote: not prices, no column Open, High, Low, Close: <html>", withQuote},
+      {"<html>",
+       "quote: not prices, a web page, not a table: download the prices themselves, as CSV: <html>",
+       withQuote},
   };
   for (const std::string prices = table; const auto& c : cases) {
     table = prices;
@@ -116,7 +118,7 @@ TEST_F(ProviderTest, PutsTheQuoteOnTheTableAndTellsAbsentPricesFromUselessReplie
     EXPECT_THAT(found(settings(c.more)), HasSubstr(c.expected)) << c.body.substr(0, 200);
   }
   EXPECT_THAT(logged, HasSubstr("127.0.0.1: X&Y: quote: none, an empty reply"));
-  EXPECT_THAT(logged, HasSubstr("bad rows left out: 1, the first in line 3: Date \"rub"));
+  EXPECT_THAT(logged, HasSubstr("bad rows left out: 1, the first in line 3: Open \"rub"));
   EXPECT_THAT(upperCase(logged), AllOf(Not(HasSubstr("SE/CR")), Not(HasSubstr("SE%2FCR"))));
 }
 

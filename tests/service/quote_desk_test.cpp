@@ -7,6 +7,7 @@
 #include "service/desk/replies.hpp"
 #include "service/desk/request.hpp"
 #include "service/desk/standard_sources.hpp"
+#include "service/prices/moments.hpp"
 #include "service/sources/demo_market.hpp"
 #include "service/sources/price_folder.hpp"
 #include "service/text/text.hpp"
@@ -23,7 +24,7 @@ const std::string kOne = kHeader + "2026-09-27,10,12,9,11,100\n";
 struct QuoteDeskTest : testing::Test {
   // The reply, or status and reason of the refusal. The target begins with t or q.
   std::string reply(const char* date, const std::string& target) {
-    today = *parseDay(date);
+    today = *MomentReader().read(date)->day;
     try {
       return target[0] == 't' ? desk.table(target) : desk.quote(target);
     } catch (const Refusal& refusal) {
@@ -119,7 +120,7 @@ TEST_F(QuoteDeskTest, FindsFilesInAnyCaseAndSeesTheirChanges) {
     folder.write(name + ".Csv", kOne);
     EXPECT_THAT(reply("2026-10-06", "q?s=" + percentEncoded(name)), HasSubstr(",11.00,")) << name;
   }
-  folder.write("Brk.b.Csv", kHeader + "2026-11-05,1,3,1,3\n?\n");
+  folder.write("Brk.b.Csv", kHeader + "2026-11-05,1,3,1,3\n2026-11-04,1\n");
   EXPECT_THAT(reply("2026-11-06", "q?s=brk.b"), HasSubstr(",3.00,"));
   EXPECT_EQ(logged, "quintara-quotes: warning: Brk.b.Csv: bad lines left out: 1\n");
 }

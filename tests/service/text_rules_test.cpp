@@ -10,41 +10,114 @@
 
 namespace quintara::quotes {
 
-TEST(TextRules, DatesOfPriceFilesAreReadAndWritten) {
+std::optional<Day> dayOf(std::string_view text, DayForms forms = {}) {
+  const auto moment = MomentReader(forms.utcOffsetHours).read(text);
+  return moment ? moment->dayIn(forms.order) : std::nullopt;
+}
+
+TEST(TextRules, DatesAreWrittenForTablesAndQuotes) {
   std::string shown;
   for (const char* text : {"2026-11-05", "5-nOV-26", "29-Feb-2000", "1-Jan-70", "31-Dec-69"}) {
-    const Day day = parseDay(text).value_or(Day{});
+    const Day day = dayOf(text).value_or(Day{});
     shown += tableDate(day) + " " + quoteDate(day) + " ";
   }
   EXPECT_EQ(shown,
             "5-Nov-26 11/5/2026 5-Nov-26 11/5/2026 29-Feb-00 2/29/2000 1-Jan-70 1/1/1970 "
             "31-Dec-69 12/31/2069 ");
-  for (const char* text :
-       {"2026-02-29", "1899-12-31", "2100-01-01", "2026-257-05", "2026-01-257", "0-Jan-26",
-        "5-Noc-26", "5-Nov-126", "2026-11", "2026-11-05x", "11/05/2026", ""}) {
-    EXPECT_FALSE(parseDay(text)) << text;
-  }
 }
 
-TEST(TextRules, DatesOfProvidersAreReadUnlessTheyAreUnclear) {
+TEST(TextRules, DatesAreReadUnlessTheyAreUnclear) {
   const auto isFifth = [](const char* text, DayForms forms = {}) {
-    return parseAnyDay(text, forms) == makeDay(2026, 11, 5);
+    return dayOf(text, forms) == makeDay(2026, 11, 5);
   };
-  for (const char* text :
-       {"20261105", "2026/11/05", "2026-11-05T23:00:00Z", "2026-11-05 00:00", "5.11.2026",
-        "05.11.26", "5 Nov 2026", "05-November-2026", "Nov 5, 2026", "NOV-05-2026, 16:00",
-        "1793836800", "1793923199999", "1793836800.25", "2026-11-05"}) {
-    EXPECT_TRUE(isFifth(text)) << text;
+  for (const char* text : {"20261105",
+                           "2026/11/05",
+                           "2026-11-05T23:00:00Z",
+                           "2026-11-05 00:00",
+                           "5.11.2026",
+                           "5 Nov 2026",
+                           "05-November-2026",
+                           "Nov 5, 2026",
+                           "NOV-05-2026, 16:00",
+                           "1793836800",
+                           "1793923199999",
+                           "1793836800.25",
+                           "2026-11-05",
+                           "2026-11-05 16:00:00.123-05:00",
+                           "20261105T160000Z",
+                           "202611051600",
+                           "Thu, 5 Nov 2026 4:00 PM EST",
+                           "mar. 5 nov. 2026",
+                           "Do 05.11.2026",
+                           "5 de noviembre de 2026",
+                           "5. listopadu 2026",
+                           "2026年11月5日",
+                           "2026/11/05(木)",
+                           "2026. 11. 05.",
+                           "5 ноября 2026 г.",
+                           "2026-Nov-05",
+                           "05NOV2026",
+                           "Nov 5th, 2026",
+                           "2026-11-05+01:00",
+                           "1793836800000000"}) {
+    EXPECT_TRUE(isFifth(text, {DayOrder::DayFirst, 0})) << text;
   }
-  for (const char* text : {"11/05/2026", "05-11-2026", "2026-11-05 x", "20261301", "179383680",
-                           "17938368000000", "1793836800.x", "5 Nov 126", "", "-1", "T", "Nov"}) {
-    EXPECT_FALSE(isFifth(text)) << text;
+  for (const char* text : {"11/05/2026",
+                           "05-11-2026",
+                           "2026-11-05 x",
+                           "20261301",
+                           "17938368000000",
+                           "1793836800.x",
+                           "5 Nov 126",
+                           "",
+                           "-1",
+                           "T",
+                           "Nov",
+                           "2026-02-29",
+                           "1899-12-31",
+                           "2100-01-01",
+                           "2026-257-05",
+                           "0-Jan-26",
+                           "5-Noc-26",
+                           "2026-11",
+                           "2026-11-05x",
+                           "5-Jui-2026",
+                           "2026-11-05 25:00",
+                           "2026-11-05 16",
+                           "16:00:05",
+                           "12.50",
+                           "1.234.567"}) {
+    EXPECT_FALSE(dayOf(text)) << text;
   }
   EXPECT_TRUE(isFifth("11/5/2026", {DayOrder::MonthFirst, 0}));
   EXPECT_TRUE(isFifth("05-11-26 4:00", {DayOrder::DayFirst, 0}));
-  EXPECT_TRUE(isFifth("5.11.2026", {DayOrder::MonthFirst, 0}));
+  EXPECT_TRUE(isFifth("26/11/05", {DayOrder::YearFirst, 0}));
+  EXPECT_FALSE(dayOf("5.11.2026", {DayOrder::MonthFirst, 0}));
   EXPECT_TRUE(isFifth("1793833200", {DayOrder::Unclear, 1}));
   EXPECT_TRUE(isFifth("1793923200", {DayOrder::Unclear, -1}));
+}
+
+TEST(TextRules, TimesOfDayAreRead) {
+  MomentReader reader;
+  for (const auto& [text, second] :
+       std::initializer_list<std::pair<const char*, int>>{{"16:30", 59400},
+                                                          {"4:30 PM", 59400},
+                                                          {"04:30:00 p. m.", 59400},
+                                                          {"16h30", 59400},
+                                                          {"163000", 59400},
+                                                          {"1630", 59400},
+                                                          {"下午 4:30", 59400},
+                                                          {"16.30.00", 59400},
+                                                          {"12:00:00 AM", 0},
+                                                          {"12 PM", 43200},
+                                                          {"0", 0},
+                                                          {"24:00", 86400},
+                                                          {"930", 34200}}) {
+    EXPECT_EQ(reader.readTime(text), second) << text;
+  }
+  for (const char* text : {"", "16", "25:00", "12:60", "13:00 AM", "2026-11-05", "x"}) {
+    EXPECT_FALSE(reader.readTime(text)) << text;
+  }
 }
 
 Price price(const char* text) { return parseDecimal(text, true)->price().value().value; }
@@ -133,11 +206,10 @@ std::string summary(const PriceRows& rows) {
   const std::string table = tableText(rows.bars, Day::min());
   return table.substr(kHeader.size()) + std::to_string(rows.badLines) + rows.problem;
 }
-std::string ofFile(std::string_view text) { return summary(parsePriceFile(text)); }
+std::string ofFile(const std::string& text) { return summary(parsePriceFile(text)); }
 std::string ofJson(const std::string& text, const std::string& path = "",
-                   const ColumnNames& names = kUsualNames,
-                   const std::function<std::optional<Day>(std::string_view)>& readDay = parseDay) {
-  return summary(parseJsonRows(text, path, {names, readDay, nullptr}));
+                   const ColumnNames& names = kUsualNames) {
+  return summary(parseJsonRows(text, path, {names, {}, nullptr, "", DayOrder::Unclear}));
 }
 
 TEST(PriceFile, ReadsWhatBrokersExport) {
@@ -147,23 +219,31 @@ TEST(PriceFile, ReadsWhatBrokersExport) {
         std::string("\xEF\xBB\xBF\r\n\"close\",\"Adj Close\",LOW,\"High\", open ,DATE,Volume\r\n"
                     "\"2.0\",\"1,000\",1,2.5,1.25,\"2026-11-05\",1000\r\n\r\n3,,1,4,2,6-Nov-26"),
         std::string("Date;Open;High;Low;Close;Volume\n2026-11-06;2;4;1;3;Null\n"
-                    "2026-11-05;1,25;2.5;1;2,0;1000,0\n")}) {
+                    "2026-11-05;1,25;2,5;1;2,0;1000,0\n")}) {
     EXPECT_EQ(ofFile(text), kTwo) << text;
   }
 }
 
 TEST(PriceFile, LeavesOutAndCountsBadLines) {
   for (const char* bad :
-       {"2026-11-05,5,5,5,5,5", "rubbish", ",,,,,", "2026-11-06,0,2,0,2,3", "2026-11-06,3,2,1,1,3",
+       {"2026-11-05,5,5,5,5,5", "2026-11-06,0,2,0,2,3", "2026-11-06,3,2,1,1,3",
         "2026-11-06,1,2,1.5,2,3", "2026-11-06,1,2,1,3,3", "2026-11-06,1,1e15,1,2,3",
         "2026-11-06,1,2,1e-19,2,3", "2026-11-06,\"1,2,1,2,3", "2026-11-06,1,2,1,2,-3",
         "2026-11-06,1,2,1", "2026-11-06,1,2,1,2,\"12,34\"", "2026-11-06,1,2,1,2,\"1,2345678\""}) {
-    EXPECT_EQ(ofFile(kHeader + "2026-11-05,1,2,1,2,3\n" + bad), "5-Nov-26,1.00,2.00,1.00,2.00,3\n1")
+    EXPECT_EQ(ofFile(kHeader + "2026-11-05,1.0,2,1,2,3\n" + bad),
+              "5-Nov-26,1.00,2.00,1.00,2.00,3\n1")
         << bad;
   }
-  EXPECT_EQ(ofFile(""), "0no column Date, Open, High, Low, Close");
-  EXPECT_EQ(ofFile("Date,Open,High,Close\n2026-11-05,1,2,2\n"), "0no column Low");
-  EXPECT_EQ(ofFile(kHeader + std::string("\0,1\nx\n", 6)), "2no usable line, 2 bad ones");
+  for (const char* remark :
+       {"rubbish", ",,,,,", "# 2026-11-06,1,2,1,2,3", "\"As is,\",no,warranty"}) {
+    EXPECT_EQ(ofFile(kHeader + "2026-11-05,1,2,1,2,3\n" + remark),
+              "5-Nov-26,1.00,2.00,1.00,2.00,3\n0");
+  }
+  EXPECT_EQ(ofFile(""), "0the file is empty");
+  EXPECT_EQ(ofFile("Date,Open,High,Close\n2026-11-05,1,2,2\n"),
+            "0no column Low in line 1: Date,Open,High,Close");
+  EXPECT_EQ(ofFile(kHeader + std::string("\0,1\nx\n", 6)),
+            "2no usable line, 2 bad ones, line 2: Date \"\\x00\" is not understood");
 }
 
 TEST(JsonRows, ReadsRowsInEveryArrangement) {
@@ -184,7 +264,7 @@ TEST(JsonRows, ReadsRowsInEveryArrangement) {
 TEST(JsonRows, TakesNumbersAsTheyAreWritten) {
   EXPECT_EQ(ofJson(R"([{"date":20261105,"open":1.10,"high":1.092660001E+5,"low":1.25e-5,
                         "close":0.30000000000000004,"volume":18446744073709551616}])",
-                   "", kUsualNames, [](auto text) { return parseAnyDay(text, {}); }),
+                   ""),
             "5-Nov-26,1.10,109266.0001,0.0000125,0.30,9223372036854775807\n0");
 }
 
@@ -196,14 +276,15 @@ TEST(JsonRows, SaysWhatIsWrong) {
       testing::ElementsAre("row 1: Date \"1\" is not understood", "row 2: Open is missing",
                            "row 3: Date is missing", "row 4: Open \"-1\" is not understood"));
   for (const auto& [text, problem] : std::initializer_list<std::pair<std::string, const char*>>{
-           {R"({"p":{"close":[1],"date":[]}})", "1no usable line, 1 bad ones"},
+           {R"({"p":{"close":[1],"date":[]}})",
+            "1no usable row, 1 bad ones, row 1: Date is missing"},
            {"\xff", "0not JSON"},
            {std::string(65, '[') + std::string(65, ']'), "0nested too deeply"},
            {R"({"p":["[[{\"[",)" + std::string(62, '[') + std::string(62, ']') + "]}",
             "0no row has a field Close"},
            {R"({"p":[],"Note":"limit"})", "0no rows but a message"},
-           {R"({"p":[],"note":" ","message":7,"meta":"x"})", "0no usable line, 0 bad ones"},
-           {"[]", "0no usable line, 0 bad ones"}}) {
+           {R"({"p":[],"note":" ","message":7,"meta":"x"})", "0no usable row, 0 bad ones"},
+           {"[]", "0no usable row, 0 bad ones"}}) {
     EXPECT_EQ(ofJson(text, "/p"), problem) << text;
   }
 }

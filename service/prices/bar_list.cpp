@@ -1,0 +1,151 @@
+#include "service/prices/bar_list.hpp"
+
+#include <algorithm>
+#include <numeric>
+#include <tuple>
+#include <utility>
+
+namespace quintara::quotes {
+namespace {
+
+constexpr std::size_t kComplaints = 100;
+
+void join(DailyBar& day, const DailyBar& later) {
+  day.high = std::max(day.high, later.high);
+  day.low = std::min(day.low, later.low);
+  day.close = later.close;
+  day.volume = sumOfVolumes(day.volume, later.volume);
+}
+
+}  // namespace
+
+void BarList::add(const DailyBar& bar, std::size_t number, int second, bool cutPrice,
+                  bool cutVolume) {
+  keepPending(!bars_.empty());
+  bars_.push_back(bar);
+  origins_.push_back({static_cast<std::uint32_t>(number), second});
+  result_.cutPrices += cutPrice ? 1 : 0;
+  result_.cutVolumes += cutVolume ? 1 : 0;
+}
+
+void BarList::leaveOut(std::size_t number, const std::string& why, bool remark) {
+  (remark ? pendingRemarks_ : pendingRows_) += 1;
+  if (pending_.size() + result_.complaints.size() < kComplaints) {
+    pending_.push_back({std::string(kind_) + " " + std::to_string(number) + ": " + why, remark});
+  }
+}
+
+// Takes what was left out since the last good row for bad rows, and remarks only if told so.
+void BarList::keepPending(bool remarks) {
+  if (pendingRows_ + pendingRemarks_ == 0) {
+    return;
+  }
+  result_.badLines += pendingRows_ + (remarks ? pendingRemarks_ : 0);
+  for (LeftOut& left : pending_) {
+    if (remarks || !left.remark) {
+      result_.complaints.push_back(std::move(left.complaint));
+    }
+  }
+  result_.remarks += remarks ? 0 : pendingRemarks_;
+  pending_.clear();
+  pendingRows_ = 0;
+  pendingRemarks_ = 0;
+}
+
+void BarList::complain(std::size_t number, const std::string& why) {
+  ++result_.badLines;
+  if (result_.complaints.size() < kComplaints) {
+    result_.complaints.push_back(std::string(kind_) + " " + std::to_string(number) + ": " + why);
+  }
+}
+
+bool BarList::isBefore(std::size_t a, std::size_t b) const {
+  return std::tie(bars_[a].date, origins_[a].second) < std::tie(bars_[b].date, origins_[b].second);
+}
+
+// Exports come in either order.
+void BarList::sort() {
+  std::size_t rising = 0;
+  std::size_t falling = 0;
+  for (std::size_t i = 1; i < bars_.size(); ++i) {
+    rising += isBefore(i, i - 1) ? 0 : 1;
+    falling += isBefore(i - 1, i) ? 0 : 1;
+  }
+  if (bars_.empty() || rising + 1 == bars_.size()) {
+    return;
+  }
+  if (falling + 1 == bars_.size()) {
+    std::reverse(bars_.begin(), bars_.end());
+    std::reverse(origins_.begin(), origins_.end());
+    return;
+  }
+  std::vector<std::uint32_t> order(bars_.size());
+  std::iota(order.begin(), order.end(), 0U);
+  std::stable_sort(order.begin(), order.end(), [this](auto a, auto b) { return isBefore(a, b); });
+  DailyBars bars;
+  std::vector<Origin> origins;
+  bars.reserve(order.size());
+  origins.reserve(order.size());
+  for (const auto i : order) {
+    bars.push_back(bars_[i]);
+    origins.push_back(origins_[i]);
+  }
+  bars_ = std::move(bars);
+  origins_ = std::move(origins);
+}
+
+// Where every row has the same time the time says nothing, and of two rows of a day the first in
+// the table stands. Otherwise trades of one second may differ, and only a row that says the same as
+// the one before it is a repetition.
+void BarList::dropRepetitions() {
+  const bool timed = std::any_of(origins_.begin(), origins_.end(), [this](const Origin& origin) {
+    return origin.second != origins_.front().second;
+  });
+  std::size_t kept = 0;
+  for (std::size_t i = 0; i < bars_.size(); ++i) {
+    const bool again = kept > 0 && !isBefore(kept - 1, i);
+    if (!again || (timed && origins_[i].second != 0 && bars_[i] != bars_[kept - 1])) {
+      bars_[kept] = bars_[i];
+      origins_[kept++] = origins_[i];
+      continue;
+    }
+    const auto first = std::min(origins_[i].number, origins_[kept - 1].number);
+    complain(std::max(origins_[i].number, origins_[kept - 1].number),
+             "the date " + tableDate(bars_[i].date) + " is there already");
+    if (origins_[kept - 1].number != first) {
+      bars_[kept - 1] = bars_[i];
+      origins_[kept - 1] = origins_[i];
+    }
+  }
+  bars_.resize(kept);
+}
+
+void BarList::merge() {
+  std::size_t days = 0;
+  for (std::size_t i = 0; i < bars_.size(); ++i) {
+    if (days > 0 && bars_[days - 1].date == bars_[i].date) {
+      join(bars_[days - 1], bars_[i]);
+    } else {
+      bars_[days++] = bars_[i];
+    }
+  }
+  result_.rows = bars_.size();
+  bars_.resize(days);
+}
+
+PriceRows BarList::finish() {
+  keepPending(bars_.empty());
+  sort();
+  dropRepetitions();
+  merge();
+  result_.readable = true;
+  result_.bars = std::move(bars_);
+  if (result_.bars.empty()) {
+    result_.problem = "no usable " + std::string(kind_) + ", " + std::to_string(result_.badLines) +
+                      " bad ones" +
+                      (result_.complaints.empty() ? "" : ", " + result_.complaints.front());
+  }
+  return std::move(result_);
+}
+
+}  // namespace quintara::quotes
