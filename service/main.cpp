@@ -6,6 +6,7 @@
 
 #include "runtime/runtime_folder.hpp"
 #include "service/check.hpp"
+#include "service/desk/user_settings.hpp"
 #include "service/options.hpp"
 #include "service/server.hpp"
 #include "service/text/text.hpp"
@@ -50,19 +51,6 @@ int serve(const ServerSettings& settings) {
   return 0;
 }
 
-// Reads the settings of the provider, if there are any.
-void readProvider(const Options& options, SourceSettings& sources) {
-  try {
-    sources.provider =
-        options.providerFile.empty() ? std::nullopt : readProviderSettings(options.providerFile);
-    if (!sources.provider && options.providerNamed) {
-      throw BadSettings("there is no file " + escaped(options.providerFile.string()));
-    }
-  } catch (const BadSettings& bad) {
-    sources.providerProblem = bad.what();
-  }
-}
-
 int run(int argc, char** argv) {
   Options options = parseOptions(argc, argv);
   SourceSettings& sources = options.settings.sources;
@@ -74,7 +62,7 @@ int run(int argc, char** argv) {
       std::cout << "quintara-quotes " QUINTARA_VERSION "\n";
       return 0;
     case Options::Action::Check:
-      readProvider(options, sources);
+      readProvider(options.providerFile, options.providerNamed, sources);
       if (!sources.provider) {
         throw BadSettings(sources.providerProblem.empty()
                               ? "there are no settings of a provider in " +
@@ -89,7 +77,7 @@ int run(int argc, char** argv) {
     case Options::Action::Serve:
       break;
   }
-  readProvider(options, sources);
+  readProvider(options.providerFile, options.providerNamed, sources);
   return serve(options.settings);
 }
 

@@ -3,9 +3,8 @@
 #include <getopt.h>
 
 #include <array>
-#include <cstdlib>
-#include <filesystem>
 
+#include "service/desk/user_settings.hpp"
 #include "service/text/text.hpp"
 
 namespace quintara::quotes {
@@ -35,21 +34,6 @@ constexpr std::array<option, 10> kFlags{{
     {"version", no_argument, nullptr, kVersion},
     {nullptr, 0, nullptr, 0},
 }};
-
-std::string variable(const char* name) {
-  const char* value = std::getenv(name);
-  return value != nullptr ? value : "";
-}
-
-// A file or folder below one of the user's directories, which `name` may name; empty for none. A
-// relative one would depend on where the service was started.
-std::filesystem::path ofUser(const char* name, const char* usual, const char* below) {
-  std::filesystem::path directory = variable(name);
-  if (!directory.is_absolute()) {
-    directory = std::filesystem::path(variable("HOME")) / usual;
-  }
-  return directory.is_absolute() ? directory / below : std::filesystem::path();
-}
 
 int portOf(const std::string& flag, const std::string& text) {
   const auto port = parseCount(text);
@@ -113,8 +97,8 @@ void apply(int flag, Options& options) {
 
 Options parseOptions(int argc, char* const* argv) {
   Options options;
-  options.settings.sources.prices = ofUser("XDG_DATA_HOME", ".local/share", "quintara/prices");
-  options.providerFile = ofUser("XDG_CONFIG_HOME", ".config", "quintara/provider.conf");
+  options.settings.sources.prices = userPrices();
+  options.providerFile = userProviderFile();
   opterr = 0;
   optind = 0;  // a fresh start, also for a second command line in one process
   for (;;) {

@@ -33,6 +33,7 @@ std::string QuoteDesk::quote(std::string_view target) const {
 }
 
 DailyBars QuoteDesk::barsUntil(Day last, const std::string& ticker, Day today) const {
+  std::string reason;  // the last that a source gave for not knowing the ticker
   for (const auto& source : sources_) {
     Found found = source->find(ticker, today);
     if (const auto* unusable = std::get_if<Unusable>(&found)) {
@@ -45,8 +46,11 @@ DailyBars QuoteDesk::barsUntil(Day last, const std::string& ticker, Day today) c
       cutAfter(*bars, last);
       return std::move(*bars);
     }
+    if (const std::string& why = std::get<NotFound>(found).reason; !why.empty()) {
+      reason = ": " + why;
+    }
   }
-  throw Refusal(404, "no prices for " + escaped(ticker));
+  throw Refusal(404, "no prices for " + escaped(ticker) + reason);
 }
 
 }  // namespace quintara::quotes
