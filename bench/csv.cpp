@@ -1,9 +1,11 @@
 #include "csv.hpp"
 
+#include <algorithm>
 #include <chrono>
 #include <functional>
 #include <string>
 
+#include "picture_scene.hpp"
 #include "samples.hpp"
 #include "scenes.hpp"
 
@@ -40,11 +42,19 @@ void printRedraw(const ChartSize& size, int count) {
   printLine("fill", name, fills);
 }
 
+void printPicture(const ChartSize& size, int count) {
+  PictureScene scene(size.width, size.height);
+  const std::string name = std::to_string(size.width) + "x" + std::to_string(size.height);
+  printLine("picture", name, samplesOf([&] { scene.draw(); }, count));
+  printLine("encode", name, samplesOf([&] { scene.encode(); }, count));
+}
+
 }  // namespace
 
 void printCsv(Platform& platform, bool quick) {
   const int count = quick ? 3 : 600;
   for (const ChartSize& size : kChartSizes) printRedraw(size, count);
+  for (const ChartSize& size : kChartSizes) printPicture(size, std::min(count, 100));
   for (const std::size_t rows : kRowCounts) {
     SeriesScene scene(rows);
     printLine("series", std::to_string(rows), samplesOf([&] { scene.build(); }, count));

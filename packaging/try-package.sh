@@ -30,6 +30,10 @@ apt update
 apt install --no-install-recommends /tmp/quintara.deb
 in_root id trader >/dev/null 2>&1 || in_root useradd -m trader
 
+echo "== Draw a list, without a display"
+in_root quintara-chart --list /usr/share/doc/quintara/examples/watch.csv --into /tmp/evening
+ls -l "$root/tmp/evening"
+
 echo "== Run"
 unshare --net xvfb-run -a -s "-screen 0 1280x1000x24" \
   "$(dirname "$0")/try-session.sh" "$root" "$work" "$prices"

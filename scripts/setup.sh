@@ -10,7 +10,7 @@ packages=(
   libgl-dev libvulkan-dev
   libqt6sql6-sqlite            # the help viewer's index is a database
   qt6-wayland                  # windows under Wayland; those under X11 come with the toolkit
-  libfreetype-dev libfontconfig-dev libicu-dev  # pictures and separators without a window
+  libfreetype-dev libfontconfig-dev libpng-dev libicu-dev  # pictures without a window
   libcurl4-openssl-dev libmicrohttpd-dev nlohmann-json3-dev libutf8proc-dev
   fonts-liberation             # the sans font the layout is drawn for
   fonts-dejavu-core            # what plain sans means to the help viewer

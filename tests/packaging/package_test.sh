@@ -49,6 +49,16 @@ for command in "$work"/prefix/bin/?*; do
   done
 done
 
+# What is installed draws the list that is installed, and its completion knows each flag.
+check "the example's charts" "$work/prefix/bin/quintara-chart" --into "$work/evening" \
+  --list "$work/prefix/share/doc/quintara/examples/watch.csv"
+check "five pictures, levels and a page" [ "$(cd "$work/evening" && echo ?*)" = \
+  "DEMO.png DOWN.png INDEX.png PENNY.png RANGE.png index.html levels.csv" ]
+check "completion" diff <("$work/prefix/bin/quintara-chart" --help | grep -o -- '--[a-z]*' | sort -u) \
+  <(bash -c '. "$1" && _init_completion() { cur=-- prev= words=(); } && _quintara_chart "$2" &&
+    printf "%s\n" "${COMPREPLY[@]}"' bash "$work/prefix/share/bash-completion/completions/quintara-chart" \
+    "$work/prefix/bin/quintara-chart")
+
 # What the menu entry names is there.
 entry=$(cat "$work"/root/usr/share/applications/?*.desktop)
 check "the menu's command" [ -x "$work/root/usr/bin/$(sed -n 's/^Exec=//p' <<<"$entry")" ]

@@ -21,7 +21,7 @@ for room in "$build"/walls/*; do
   headers[$name]=$(cd "$build/doors/$name" && find . -name '*.hpp' -printf '%P\n')
 done
 all=$(printf '%s\n' "${headers[@]}" | sort)
-odd=$(comm -3 <(git ls-files 'src/*.hpp' 'service/*.hpp' | sed 's#^src/##' | sort) <(echo "$all"))
+odd=$(comm -3 <(git ls-files 'src/*.hpp' 'service/*.hpp' 'chartbook/*.hpp' | sed 's#^src/##' | sort) <(echo "$all"))
 [ -z "$odd" ] || fail "in no room, or in two: $odd"
 
 # The rooms that one room reaches, itself included.
@@ -60,7 +60,7 @@ done
 [ "$upward" -ge 10 ] || fail "only $upward rooms had anything above them"
 
 # Full paths leave a compiler nothing to find beside the file that includes, nor above it.
-partial=$(git grep -hoE '^#include "[^"]*' -- 'src/*.cpp' 'src/*.hpp' 'service/*.cpp' 'service/*.hpp' |
+partial=$(git grep -hoE '^#include "[^"]*' -- {src,service,chartbook}/'*.'{cpp,hpp} |
   sed 's/.*"//' | sort -u | comm -23 - <(echo "$all"))
 [ -z "$partial" ] || fail "included, but not by a full path: $partial"
 exit "$failed"

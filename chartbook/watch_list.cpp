@@ -1,0 +1,114 @@
+#include "chartbook/watch_list.hpp"
+
+#include <algorithm>
+#include <cerrno>
+#include <fstream>
+#include <iterator>
+#include <optional>
+#include <system_error>
+
+#include "service/tables/decoded_text.hpp"
+#include "service/tables/plain_name.hpp"
+#include "service/tables/table_rows.hpp"
+#include "service/text/text.hpp"
+
+namespace quintara::chartbook {
+namespace {
+
+using quotes::TableRows;
+
+std::string contentOf(const std::filesystem::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  std::string bytes;
+  // A folder can be opened, but not read, which the stream tells by an exception of its own.
+  try {
+    bytes.assign(std::istreambuf_iterator<char>(file), {});
+  } catch (const std::ios::failure&) {
+    file.setstate(std::ios::badbit);
+  }
+  if (!file.is_open() || file.bad()) {
+    throw BadOrder(quotes::escaped(path.string()) +
+                   " cannot be read: " + std::generic_category().message(errno));
+  }
+  quotes::DecodedText decoded = quotes::decoded(std::move(bytes));
+  if (!decoded.problem.empty()) {
+    throw BadOrder(quotes::escaped(path.string()) + ": " + decoded.problem);
+  }
+  return std::move(decoded.text);
+}
+
+/// The field that each column holds; no value for columns of another meaning.
+using Columns = std::vector<std::optional<Field>>;
+
+Columns columnsOf(const TableRows& rows) {
+  Columns columns(rows.size());
+  for (std::size_t field = 0; field < kFieldCount; ++field) {
+    for (std::size_t place = 0; place < rows.size(); ++place) {
+      if (quotes::plainName(rows[place]) == quotes::plainName(kFieldNames.at(field))) {
+        columns.at(place) = static_cast<Field>(field);
+        break;
+      }
+    }
+  }
+  return columns;
+}
+
+bool hasTicker(const Columns& columns) {
+  return std::find(columns.begin(), columns.end(), kTicker) != columns.end();
+}
+
+bool isPassedOver(const TableRows& rows) {
+  return quotes::isComment(rows) || quotes::namesSeparator(rows.whole());
+}
+
+bool toHeader(TableRows& rows) {
+  while (rows.next()) {
+    if (!isPassedOver(rows)) {
+      return true;
+    }
+  }
+  return false;
+}
+
+Order orderOf(const TableRows& rows, const Columns& columns, const Order& usual, bool commas) {
+  Order order = usual;
+  order.line = rows.line();
+  for (std::size_t place = 0; place < columns.size(); ++place) {
+    std::string text(rows[place]);
+    if (!columns.at(place) || text.empty()) {
+      continue;
+    }
+    const Field field = *columns.at(place);
+    if (commas && field >= kFirstPoint && field < kShow) {
+      std::replace(text.begin(), text.end(), ',', '.');
+    }
+    order.fields.at(field) = text;
+  }
+  return order;
+}
+
+}  // namespace
+
+std::vector<Order> readWatchList(const std::filesystem::path& file, const Order& usual) {
+  const std::string text = contentOf(file);
+  for (const char separator : quotes::separatorsOf(text)) {
+    TableRows rows(text, separator);
+    const Columns columns = toHeader(rows) ? columnsOf(rows) : Columns();
+    if (!hasTicker(columns)) {
+      continue;
+    }
+    std::vector<Order> orders;
+    while (rows.next()) {
+      if (!isPassedOver(rows)) {
+        orders.push_back(orderOf(rows, columns, usual, separator != ','));
+      }
+    }
+    if (orders.empty()) {
+      throw BadOrder(quotes::escaped(file.string()) + " lists no ticker");
+    }
+    return orders;
+  }
+  throw BadOrder(quotes::escaped(file.string()) + " has no column Ticker in its first line");
+}
+
+}  // namespace quintara::chartbook
