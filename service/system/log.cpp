@@ -2,7 +2,12 @@
 
 #include <unistd.h>
 
+#include <chrono>
+#include <mutex>
 #include <utility>
+#include <vector>
+
+#include "service/system/repeats.hpp"
 
 namespace quintara::quotes {
 namespace {
@@ -32,14 +37,37 @@ std::optional<LogLevel> logLevelNamed(std::string_view name) {
   return std::nullopt;
 }
 
+// What all copies of a log have in common.
+struct Log::Shared {
+  explicit Shared(Sink to) : sink(std::move(to)) {}
+  Shared(const Shared&) = delete;
+  Shared& operator=(const Shared&) = delete;
+  ~Shared() { write(repeats.countsAt(Repeats::Time::max())); }
+
+  void write(const std::vector<std::string>& texts) const {
+    for (const std::string& text : texts) {
+      sink("quintara-quotes: " + text + "\n");
+    }
+  }
+
+  const Sink sink;
+  std::mutex mutex;  // of the repeats and the order of lines
+  Repeats repeats;
+};
+
 Log::Log(LogLevel level) : Log(level, toStandardError) {}
 
-Log::Log(LogLevel level, Sink sink) : level_(level), sink_(std::move(sink)) {}
+Log::Log(LogLevel level, Sink sink)
+    : level_(level), shared_(std::make_shared<Shared>(std::move(sink))) {}
 
 void Log::write(LogLevel level, const std::string& text) const {
-  if (level <= level_) {
-    sink_("quintara-quotes: " + text + "\n");
+  if (level > level_) {
+    return;
   }
+  const std::lock_guard lock(shared_->mutex);
+  shared_->write(level == LogLevel::Debug
+                     ? std::vector{text}
+                     : shared_->repeats.passing(text, std::chrono::steady_clock::now()));
 }
 
 }  // namespace quintara::quotes

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -11,8 +12,9 @@ enum class LogLevel { Error, Warning, Info, Debug };
 
 std::optional<LogLevel> logLevelNamed(std::string_view name);
 
-/// Lines for the person who runs the service. May be used from several threads at once. Whoever
-/// writes text that came from outside escapes it first.
+/// Lines for the person who runs the service; the same one once a minute, and how often it came,
+/// debugging excepted. May be used from several threads at once; copies are one log. Whoever writes
+/// text that came from outside escapes it first.
 class Log {
  public:
   using Sink = std::function<void(const std::string& line)>;
@@ -33,8 +35,9 @@ class Log {
  private:
   void write(LogLevel level, const std::string& text) const;
 
+  struct Shared;
   LogLevel level_;
-  Sink sink_;
+  std::shared_ptr<Shared> shared_;
 };
 
 }  // namespace quintara::quotes

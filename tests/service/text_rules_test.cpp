@@ -6,6 +6,7 @@
 #include "service/prices/json_rows.hpp"
 #include "service/prices/price_file.hpp"
 #include "service/provider/this_computer.hpp"
+#include "service/system/repeats.hpp"
 #include "service/text/secret.hpp"
 
 namespace quintara::quotes {
@@ -287,6 +288,31 @@ TEST(JsonRows, SaysWhatIsWrong) {
            {"[]", "0no usable row, 0 bad ones"}}) {
     EXPECT_EQ(ofJson(text, "/p"), problem) << text;
   }
+}
+
+TEST(Repeats, ComeOnceAMinuteWithACount) {
+  Repeats repeats;
+  const Repeats::Time start{};
+  std::string written;
+  const auto say = [&](const std::string& text, int second) {
+    for (const auto& line : repeats.passing(text, start + std::chrono::seconds{second})) {
+      written += line + "|";
+    }
+  };
+  for (int i = 0; i < 60; ++i) {
+    say("bad row", i);
+  }
+  say("other", 59);
+  say("bad row", 60);
+  say("bad row", 61);
+  EXPECT_EQ(written, "bad row|other|bad row (59 times more within a minute)|bad row|");
+  written.clear();
+  for (int i = 0; i < 10'000; ++i) {
+    say(std::to_string(i), 62);
+  }
+  EXPECT_EQ(std::count(written.begin(), written.end(), '|'), Repeats::kMostTexts - 1);
+  EXPECT_THAT(repeats.countsAt(Repeats::Time::max()),
+              testing::Contains(testing::HasSubstr("are left out (9501 times more within a")));
 }
 
 }  // namespace quintara::quotes
