@@ -115,7 +115,10 @@ Kept<std::int64_t> Decimal::whole() const {
     number *= 10;
   }
   const bool tooLarge = number > 0 && (tens > 0 || number > kHighestWhole);
-  return tooLarge ? Kept{kHighestWhole, true} : Kept{static_cast<std::int64_t>(number), false};
+  if (tooLarge) {
+    return {kHighestWhole, true};
+  }
+  return {static_cast<std::int64_t>(number), false};
 }
 
 std::optional<Decimal> parseDecimal(std::string_view text, bool comma) {
