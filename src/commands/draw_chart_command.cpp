@@ -1,6 +1,7 @@
 #include "commands/draw_chart_command.hpp"
 
 #include <algorithm>
+#include <new>
 #include <string>
 
 #include "chart/price_range.hpp"
@@ -68,6 +69,8 @@ void cmdChart_Click(ChartState& state, const DrawChartControls& controls,
     }
   } catch (const RuntimeError&) {
     // Rows that do not parse end the command without a word; what was drawn stays.
+  } catch (const std::bad_alloc&) {
+    // So does a chart that there is no memory for.
   } catch (...) {
     controls.progress.Unload();  // nobody else could close it
     throw;

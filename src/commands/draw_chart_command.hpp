@@ -21,8 +21,8 @@ struct DrawChartControls {
 };
 
 /// The Draw Chart button: download, clear, build, range, drawing, readout of the newest bar. An
-/// empty ticker and a failed download are told; any later run-time error ends it silently, with
-/// chart and readout as far as they got.
+/// empty ticker and a failed download are told; any later run-time error, or too little memory,
+/// ends it silently, with chart and readout as far as they got.
 void cmdChart_Click(ChartState& state, const DrawChartControls& controls,
                     const QuoteSource& source);
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <new>
 #include <string_view>
 #include <vector>
 
@@ -28,13 +29,16 @@ std::string rowDate(Date date) {
          year.substr(year.size() - 2);
 }
 
-std::vector<std::string> split(std::string_view text, char separator) {
+/// What stands behind the last piece that is wanted is left out.
+std::vector<std::string> split(std::string_view text, char separator,
+                               std::size_t most = std::string_view::npos) {
   std::vector<std::string> pieces;
-  pieces.reserve(1 + static_cast<std::size_t>(std::count(text.begin(), text.end(), separator)));
+  const auto all = 1 + std::count(text.begin(), text.end(), separator);
+  pieces.reserve(std::min(static_cast<std::size_t>(all), most));
   for (;;) {
     const auto end = text.find(separator);
     pieces.emplace_back(text.substr(0, end));
-    if (end == std::string_view::npos) {
+    if (end == std::string_view::npos || pieces.size() == most) {
       return pieces;
     }
     text.remove_prefix(end + 1);
@@ -95,7 +99,7 @@ std::string quotePath(const std::string& ticker) {
 
 std::string quoteRow(const std::string& reply, Date today) {
   enum Field : std::size_t { kLast = 1, kOpen = 5, kHigh, kLow, kVolume, kFields };
-  std::vector<std::string> fields = split(reply, ',');
+  std::vector<std::string> fields = split(reply, ',', kFields);
   if (fields.size() < kFields) {
     throw RuntimeError(ErrorKind::SubscriptOutOfRange);
   }
@@ -127,6 +131,8 @@ bool GetHistoricalData(ChartState& state, const QuoteSource& source) {
     normalise(state.sRows);
     return state.sRows.size() > 1 && !state.sRows[1].empty();
   } catch (const RuntimeError&) {
+    return false;
+  } catch (const std::bad_alloc&) {
     return false;
   }
 }

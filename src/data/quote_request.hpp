@@ -44,7 +44,8 @@ std::string quoteRow(const std::string& reply, Date today);
 
 /// Downloads table and quote for the chosen ticker, span and interval and leaves the rows in
 /// `sRows`, commas replaced by "@" and points by the user's separator where that is a comma.
-/// Returns whether there is a row to build from; every run-time error is the result false. A
+/// Returns whether there is a row to build from; every run-time error and too little
+/// memory are the result false. A
 /// failure up to the second reply leaves the rows of the download before in place.
 bool GetHistoricalData(ChartState& state, const QuoteSource& source);
 

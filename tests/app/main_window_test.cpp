@@ -72,9 +72,24 @@ TEST_F(Program, KeepsTheOldRowsUntilBothRepliesAreIn) {
   platform.bars = 5;
   platform.quote = []() -> std::string { throw RuntimeError(ErrorKind::TransferFailed); };
   drawChart();
+  platform.quote = []() -> std::string { throw std::bad_alloc(); };
+  drawChart();
+  EXPECT_EQ(std::count_if(platform.log.begin(), platform.log.end(),
+                          [](const auto& line) { return line.starts_with("16 Data retrieval"); }),
+            2);
   redraws();
   press("cmdExpand");
   EXPECT_EQ(chart().with("", "00FF00").size(), 100U * 3);
+}
+
+TEST_F(Program, EndsAChartWithoutAWordWhenMemoryRunsOut) {
+  platform.quote = [this] {
+    chart().outOfMemory = true;
+    platform.log.clear();
+    return test::quote();
+  };
+  EXPECT_NO_THROW(drawChart());
+  EXPECT_THAT(platform.log, IsEmpty());
 }
 
 TEST_F(Program, BoxesTickedBeforeTheFirstChartDoNotStopIt) {

@@ -17,6 +17,7 @@ struct Recording : Base {
   float pixelWidth = 401;
   float pixelHeight = 511;
   bool failDrawing = false;
+  bool outOfMemory = false;
   std::vector<std::string> calls;
 
   void Cls() override { calls.emplace_back("cls"); }
@@ -30,6 +31,7 @@ struct Recording : Base {
   [[nodiscard]] float ScaleHeight() const override { return unitY * pixelHeight; }
   void Line(float x1, float y1, float x2, float y2, Colour colour, BoxMode box) override {
     if (failDrawing) throw RuntimeError(ErrorKind::Overflow);
+    if (outOfMemory) throw std::bad_alloc();
     char colourText[8];
     std::snprintf(colourText, sizeof colourText, " %06X", colour.bgr);
     calls.push_back(box == BoxMode::None ? "line " : box == BoxMode::Filled ? "fill " : "box ");
