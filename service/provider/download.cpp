@@ -1,10 +1,11 @@
 #include "service/provider/download.hpp"
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 
-#include "service/provider/this_computer.hpp"
 #include "service/text/text.hpp"
+#include "transfer/this_computer.hpp"
 #include "transfer/url_parts.hpp"
 #include "values/errors.hpp"
 
@@ -14,9 +15,9 @@ namespace {
 using std::chrono::milliseconds;
 using Clock = std::chrono::steady_clock;
 
-// A hundred years of days fit several times; JSON takes up to thirty times its size in
-// memory.
-constexpr std::size_t kLargestBody = 8 * std::size_t{1024} * 1024;
+// A hundred years of days fit several times; JSON takes up to thirty times its size in memory.
+constexpr std::size_t kLargestBody = std::size_t{8} << 20;
+constexpr auto kAnyNumber = std::numeric_limits<std::size_t>::max();
 
 TransferAnswer problem(const std::string& text) {
   TransferAnswer answer;
@@ -24,17 +25,18 @@ TransferAnswer problem(const std::string& text) {
   return answer;
 }
 
-// One request and its reply, without its redirects.
-TransferAnswer ask(const DownloadRequest& request, Clock::time_point deadline,
+// One request and its reply. `redirected`: it was another computer that sent us there.
+TransferAnswer ask(const DownloadRequest& request, bool redirected, Clock::time_point deadline,
                    const std::stop_token& stop) {
   constexpr milliseconds kPatience{100};  // until the next look at `stop`
   const auto left = std::chrono::ceil<milliseconds>(deadline - Clock::now());
   Transfer transfer({.url = request.url,
                      .protocols = "http,https",
-                     .limits = {std::max(left, milliseconds{0}), kLargestBody},
+                     .limits = {std::max(left, milliseconds{0}), kLargestBody, kAnyNumber},
                      .agent = "quintara-quotes/" QUINTARA_VERSION,
                      .header = request.header,
                      .unpack = true,
+                     .redirected = redirected,
                      .caFile = request.caFile});
   while (!transfer.advance(kPatience)) {
     if (stop.stop_requested()) {
@@ -51,8 +53,9 @@ TransferAnswer ask(const DownloadRequest& request, Clock::time_point deadline,
   return answer;
 }
 
-// Why a redirect is not followed; nothing if it may be.
-std::string refusal(const std::optional<UrlParts>& from, const std::optional<UrlParts>& to) {
+// Why a redirect is not followed; nothing if it may be. Where a name leads shows when it is asked.
+std::string refusal(const std::optional<UrlParts>& from, const std::optional<UrlParts>& to,
+                    bool fromHere) {
   if (!from || !to) {
     return "a redirect to what is no http or https address";
   }
@@ -60,9 +63,7 @@ std::string refusal(const std::optional<UrlParts>& from, const std::optional<Url
     return "a redirect from https to http";
   }
   // What only this computer may ask must not be asked by somebody far away through it.
-  return leadsToThisComputer(to->host) && !leadsToThisComputer(from->host)
-             ? "a redirect to this computer"
-             : "";
+  return leadsToThisComputer(to->host) && !fromHere ? "a redirect to this computer" : "";
 }
 
 // Whether both lead to one server, so that one may learn a secret that is meant for the other: the
@@ -78,15 +79,18 @@ bool leadSameWay(const UrlParts& from, const UrlParts& to) {
 
 Download download(DownloadRequest request, Clock::time_point deadline,
                   const std::stop_token& stop) try {
+  bool fromHere = true;
   for (int redirects = 0;; ++redirects) {
     const auto from = urlParts(request.url);
     const std::string host = from ? from->host : "";
-    TransferAnswer answer = ask(request, deadline, stop);
+    TransferAnswer answer = ask(request, !fromHere, deadline, stop);
+    fromHere = answer.here;
     if (!answer.problem.empty() || answer.redirect.empty()) {
       return {std::move(answer), host};
     }
     const auto to = urlParts(answer.redirect);
-    const auto reason = redirects == kMostRedirects ? "too many redirects" : refusal(from, to);
+    const auto reason =
+        redirects == kMostRedirects ? "too many redirects" : refusal(from, to, fromHere);
     if (!reason.empty()) {
       return {problem(reason), host};
     }

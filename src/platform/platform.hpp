@@ -43,8 +43,8 @@ class HttpClient {
   virtual ~HttpClient() = default;
   /// GETs a plain-HTTP URL and returns the whole body (data type 0: as text). Of the URL only what
   /// a request line cannot hold is encoded. Throws TransferFailed when the transfer fails, takes
-  /// over 60 seconds (10 to connect), is answered with status 400 or above, or has a body that is
-  /// cut short or over 64 MB.
+  /// over 60 seconds (10 to connect), is answered with status 400 or above, has headers over 256
+  /// KB, or a body that is cut short, over 8 MB or over 200,000 lines.
   virtual std::string OpenURL(const std::string& url, int dataType) = 0;
 };
 

@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
-#include <new>
+#include <optional>
 #include <utility>
 
 #include "transfer/curl_library.hpp"
+#include "transfer/receiver.hpp"
+#include "transfer/this_computer.hpp"
 
 namespace quintara {
 
@@ -22,8 +24,11 @@ struct FreeMulti {
   void operator()(CURLM* multi) const { curl().multiCleanup(multi); }
 };
 
-/// The user's own exceptions from the proxy, and this computer.
-std::string hostsWithoutProxy() {
+/// No proxy is asked for what this computer has, nor for the user's own exceptions.
+std::string hostsWithoutProxy(const std::optional<UrlParts>& to) {
+  if (to && leadsToThisComputer(to->host)) {
+    return "*";
+  }
   std::string hosts;
   for (const char* name : {"NO_PROXY", "no_proxy"}) {
     if (const char* value = std::getenv(name)) {
@@ -36,7 +41,7 @@ std::string hostsWithoutProxy() {
   if (!hosts.empty()) {
     hosts += ',';
   }
-  return hosts + "localhost,127.0.0.0/8,::1";
+  return hosts + "localhost,127.0.0.1,::1";  // where redirects may lead
 }
 
 }  // namespace
@@ -55,12 +60,11 @@ struct Transfer::State {
   }
   void setWhatToAsk(const TransferRequest& request);
   void setLimits(const TransferRequest& request);
-  static std::size_t receive(char* data, std::size_t size, std::size_t count, void* state);
+  void setCallbacks();
   void finish(CURLcode code);
   [[nodiscard]] std::string problemOf(CURLcode code) const;
 
-  const std::size_t mostBytes;
-  bool tooLarge = false;
+  Receiver receiver;
   TransferAnswer answer;
   std::array<char, CURL_ERROR_SIZE> error{};
   std::unique_ptr<curl_slist, Free> headers;
@@ -68,12 +72,13 @@ struct Transfer::State {
   const std::unique_ptr<CURLM, FreeMulti> multi{curl().multiInit()};
 };
 
-Transfer::State::State(const TransferRequest& request) : mostBytes(request.limits.bytes) {
+Transfer::State::State(const TransferRequest& request) : receiver(request) {
   if (!easy || !multi) {
     failForCurl();
   }
   setWhatToAsk(request);
   setLimits(request);
+  setCallbacks();
   if (curl().multiAddHandle(multi.get(), easy.get()) != CURLM_OK) {
     failForCurl();
   }
@@ -100,7 +105,7 @@ void Transfer::State::setWhatToAsk(const TransferRequest& request) {
     set(CURLOPT_CAINFO, request.caFile.c_str());
     set(CURLOPT_PROXY_CAINFO, request.caFile.c_str());
   }
-  set(CURLOPT_NOPROXY, hostsWithoutProxy().c_str());
+  set(CURLOPT_NOPROXY, hostsWithoutProxy(receiver.to()).c_str());
 }
 
 void Transfer::State::setLimits(const TransferRequest& request) {
@@ -112,29 +117,21 @@ void Transfer::State::setLimits(const TransferRequest& request) {
   set(CURLOPT_MAXREDIRS, static_cast<long>(kMostRedirects));
   set(CURLOPT_DISALLOW_USERNAME_IN_URL, 1L);
   set(CURLOPT_FAILONERROR, request.refuseErrors ? 1L : 0L);
-  set(CURLOPT_ERRORBUFFER, error.data());
-  set(CURLOPT_WRITEFUNCTION, &State::receive);
-  set(CURLOPT_WRITEDATA, static_cast<void*>(this));
   set(CURLOPT_NOSIGNAL, 1L);
   set(CURLOPT_QUICK_EXIT, 1L);  // no waiting for a name that does not resolve
   // A service may have few workers; none should wait for a request that never comes.
   set(CURLOPT_FORBID_REUSE, 1L);
 }
 
-std::size_t Transfer::State::receive(char* data, std::size_t size, std::size_t count, void* state) {
-  auto& self = *static_cast<State*>(state);
-  std::string& body = self.answer.body;
-  const std::size_t length = size * count;
-  self.tooLarge = length > self.mostBytes - body.size();
-  if (self.tooLarge) {
-    return 0;
-  }
-  try {
-    body.append(data, length);
-  } catch (const std::bad_alloc&) {
-    return 0;
-  }
-  return length;
+void Transfer::State::setCallbacks() {
+  const auto self = static_cast<void*>(&receiver);
+  set(CURLOPT_ERRORBUFFER, error.data());
+  set(CURLOPT_WRITEFUNCTION, &Receiver::takeBody);
+  set(CURLOPT_WRITEDATA, self);
+  set(CURLOPT_HEADERFUNCTION, &Receiver::takeHeader);
+  set(CURLOPT_HEADERDATA, self);
+  set(CURLOPT_OPENSOCKETFUNCTION, &Receiver::open);
+  set(CURLOPT_OPENSOCKETDATA, self);
 }
 
 void Transfer::State::finish(CURLcode code) {
@@ -143,9 +140,10 @@ void Transfer::State::finish(CURLcode code) {
     const char* target = nullptr;
     curl().easyGetInfo(easy.get(), CURLINFO_REDIRECT_URL, &target);
     answer.redirect = target != nullptr ? target : "";
+    answer.body = std::move(receiver.body());
+    answer.here = receiver.here();
     return;
   }
-  answer = {};
   answer.problem = problemOf(code);
   // libcurl's longer messages can show a proxy's password or an address; those about certificates
   // do not, and say what is wrong with them.
@@ -154,8 +152,8 @@ void Transfer::State::finish(CURLcode code) {
 }
 
 std::string Transfer::State::problemOf(CURLcode code) const {
-  if (tooLarge) {
-    return "the reply is larger than " + std::to_string(mostBytes >> 20U) + " MB";
+  if (receiver.refusal() != nullptr) {
+    return receiver.refusal();
   }
   long proxyStatus = 0;
   curl().easyGetInfo(easy.get(), CURLINFO_HTTP_CONNECTCODE, &proxyStatus);

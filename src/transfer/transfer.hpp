@@ -8,9 +8,11 @@
 
 namespace quintara {
 
+/// Headers and trailers have a limit of their own: 256 KB in all, redirects included.
 struct TransferLimits {
-  std::chrono::milliseconds time{60'000};     ///< for all of a transfer, redirects included
-  std::size_t bytes = std::size_t{64} << 20;  ///< of the body, unpacked
+  std::chrono::milliseconds time{60'000};    ///< for all of a transfer, redirects included
+  std::size_t bytes = std::size_t{8} << 20;  ///< of the body, unpacked
+  std::size_t lines = 200'000;               ///< line feeds of the body
 };
 
 /// What to ask for, and how.
@@ -23,10 +25,12 @@ struct TransferRequest {
   bool unpack = false;             ///< the reply may come compressed
   bool followRedirects = false;    ///< kMostRedirects of them; otherwise the answer tells where to
   bool refuseErrors = false;       ///< a status of 400 or above is a problem
-  std::filesystem::path caFile{};  ///< whom to trust instead of the system's authorities
+  bool redirected = false;         ///< by another computer: leading to this one is a problem
+  std::filesystem::path caFile{};  ///< whom to trust besides the system's authorities
 };
 
 inline constexpr int kMostRedirects = 4;
+inline constexpr std::size_t kMostHeaderBytes = std::size_t{256} << 10;
 
 /// What came back.
 struct TransferAnswer {
@@ -36,6 +40,7 @@ struct TransferAnswer {
   std::string problem;   ///< one line in our words; empty if a reply came, whatever its status
   std::string detail;    ///< of the problem, in words from outside that show no address
   bool noAuthorities = false;  ///< the problem: nobody to trust was found
+  bool here = false;  ///< it came from this computer: every address that was tried is its own
 };
 
 /// One GET over HTTP or HTTPS, driven by its caller: through the proxy that the environment names,

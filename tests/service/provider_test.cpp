@@ -1,8 +1,12 @@
 #include <gmock/gmock.h>
 
+#include <unistd.h>
+
+#include <array>
 #include <atomic>
 #include <future>
 #include <map>
+#include <set>
 
 #include "provider_server.hpp"
 #include "service/check.hpp"
@@ -12,6 +16,7 @@
 #include "service/provider/provider_source.hpp"
 #include "service/text/text.hpp"
 #include "temporary_folder.hpp"
+#include "transfer/transfer.hpp"
 
 namespace quintara::quotes {
 
@@ -35,7 +40,6 @@ struct ProviderTest : testing::Test {
         "openssl req -x509 -newkey ec -pkeyopt ec_paramgen_curve:P-256 -nodes -subj /CN=Test "
         "-days 2 -addext subjectAltName=IP:127.0.0.1 2>/dev/null";
     ASSERT_EQ(std::system((make + " -keyout " + kKeyFile + " -out " + kCertificate).c_str()), 0);
-    ::setenv("no_proxy", "127.0.0.1,localhost", 1);
   }
   ProviderTest() { ::setenv("PRICE_KEY", kKey.c_str(), 1); }
   // The address of a path on the server with the certificate, which is its own authority.
@@ -140,6 +144,11 @@ TEST_F(ProviderTest, FollowsFewRedirectsAndKeepsTheKeyFromOthers) {
     EXPECT_EQ(seen, kKey) << to;
   }
   EXPECT_THAT(server.targets, SizeIs(2 + 5 + 1 + 1));
+  // By the address: a name that leads here need not look like it.
+  Transfer elsewhere({.url = "http://localhost" + plain.host.substr(9), .redirected = true});
+  while (!elsewhere.advance(milliseconds{100})) {
+  }
+  EXPECT_EQ(elsewhere.takeAnswer().problem, "a redirect to this computer");
   EXPECT_THAT(plain.targets, SizeIs(0));
   EXPECT_THAT(logged, Not(HasSubstr(kKey)));
   target = at("/good");
@@ -159,6 +168,16 @@ TEST_F(ProviderTest, GoesThroughTheProxyAndNotFromFarAwayToThisComputer) {
     const std::string url = std::string(scheme) + "://provider.example/{symbol}?{key}";
     EXPECT_THAT(found(settings("", url)), HasSubstr(expected));
   }
+  const std::size_t asked = proxy.targets.size();
+  std::array<char, 256> ownName{};
+  ASSERT_EQ(::gethostname(ownName.data(), ownName.size() - 1), 0);
+  const std::string port = server.host.substr(server.host.find(':'));
+  status = 200;
+  for (const std::string& name :
+       std::set<std::string>{"localhost", "[::ffff:127.0.0.1]", ownName.data()}) {
+    found(settings("", "http://" + name + port + "/{symbol}?{key}"));
+  }
+  EXPECT_THAT(proxy.targets, SizeIs(asked));
   ::unsetenv("http_proxy");
   ::unsetenv("https_proxy");
   EXPECT_THAT(proxy.targets.at(0), HasSubstr("http://provider.example/X%26Y?"));

@@ -5,9 +5,9 @@
 #include "service/prices/day_forms.hpp"
 #include "service/prices/json_rows.hpp"
 #include "service/prices/price_file.hpp"
-#include "service/provider/this_computer.hpp"
 #include "service/system/repeats.hpp"
 #include "service/text/secret.hpp"
+#include "transfer/this_computer.hpp"
 
 namespace quintara::quotes {
 

@@ -5,6 +5,7 @@
 #include <cstring>
 #include <fstream>
 #include <ostream>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -50,6 +51,12 @@ inline std::vector<Fault> faults() {
   const auto status = [&](const char* line) { return Reply{http + line + "\r\n\r\n" + page}; };
   const std::string body = http + "200 OK\r\n\r\n", megabyte(1 << 20, 'x');
   const auto returns = QByteArray::fromStdString(table(200)).replace("\n", "\r\n").toStdString();
+  const auto chunked = [&](const std::string& text, int trailers) {
+    std::ostringstream bytes(http + "200 OK\r\nTransfer-Encoding: chunked\r\n\r\n", std::ios::ate);
+    bytes << std::hex << text.size() << "\r\n" << text << "\r\n0\r\n";
+    while (trailers-- > 0) bytes << "T:\r\n";
+    return Reply{bytes.str() + "\r\n"};
+  };
   std::vector<Fault> all;
   const auto add = [&all](const char* name, const Outcome& outcome, const Reply& table,
                           const Reply& quote) {
@@ -63,7 +70,9 @@ inline std::vector<Fault> faults() {
   add("notFound", told, status("404 Not Found"), news);
   add("serverError", told, good, status("500 Oops"));
   add("redirectLoop", told, status("302 Found\r\nLocation: /table.csv"), news);
-  add("aHundredMegabytes", told, {body + megabyte, End::Close, 100}, news);
+  add("nineMegabytes", told, {body + megabyte, End::Close, 9}, news);
+  add("tooManyLines", told, ok(table(200) + std::string(200'000, '\n')), news);
+  add("longTrailers", told, chunked(table(200), 70'000), news);
   add("nul", silent, changed("56.00", "5\0006"s), news);
   add("nulInADate", drawn("61.5"), changed("14-Nov", "14\0Nov"s), news);
   add("noUtf8", silent, changed("56.00", "\xC3\x28\xFF"), news);
