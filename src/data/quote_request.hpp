@@ -8,7 +8,8 @@
 
 namespace quintara {
 
-/// The quote service's two hosts, each `host` or `host:port`.
+/// The quote service's two hosts, each `host`, `host:port` or `unix:NAME`, a socket in
+/// the user's runtime folder.
 struct QuoteHosts {
   std::string history;
   std::string quotes;

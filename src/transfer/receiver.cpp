@@ -62,8 +62,9 @@ std::size_t Receiver::takeHeader(char* /*data*/, std::size_t size, std::size_t c
 // asked for is to a proxy.
 curl_socket_t Receiver::open(void* receiver, curlsocktype /*purpose*/, curl_sockaddr* address) {
   auto& self = *static_cast<Receiver*>(receiver);
-  const bool direct = self.to_ && self.to_->port == portOf(address->addr);
-  const bool here = direct && isThisComputer(address->addr, address->addrlen);
+  const bool local = address->family == AF_UNIX;
+  const bool direct = !local && self.to_ && self.to_->port == portOf(address->addr);
+  const bool here = local || (direct && isThisComputer(address->addr, address->addrlen));
   self.here_ = self.here_ && here;
   if (here && self.redirected_) {
     self.refuse("a redirect to this computer");

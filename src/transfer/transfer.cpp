@@ -87,6 +87,9 @@ Transfer::State::State(const TransferRequest& request) : receiver(request) {
 void Transfer::State::setWhatToAsk(const TransferRequest& request) {
   set(CURLOPT_URL, request.url.c_str());
   set(CURLOPT_PATH_AS_IS, 1L);
+  if (!request.socket.empty()) {
+    set(CURLOPT_UNIX_SOCKET_PATH, request.socket.c_str());
+  }
   if (!request.agent.empty()) {
     set(CURLOPT_USERAGENT, request.agent.c_str());
   }

@@ -18,6 +18,7 @@ struct TransferLimits {
 /// What to ask for, and how.
 struct TransferRequest {
   std::string url{};               ///< goes out as it stands; no user's name in it
+  std::filesystem::path socket{};  ///< a Unix socket to ask over, redirects too; empty for none
   std::string protocols = "http";  ///< for redirects, too; such as "http,https"
   TransferLimits limits{};
   std::string agent{};             ///< what the client calls itself; empty for nothing

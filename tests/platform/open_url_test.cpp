@@ -1,3 +1,11 @@
+#include <QFile>
+#include <QLocalServer>
+#include <QLocalSocket>
+#include <QTemporaryDir>
+#include <atomic>
+#include <map>
+#include <thread>
+
 #include "platform/qt/http_client.hpp"
 #include "support/faulty_server.hpp"
 #include "support/qt/window_test.hpp"
@@ -31,6 +39,52 @@ TEST_F(OpenUrlTest, TheTargetIsSentAsItStandsButForWhatHttpForbidsAndThroughNoPr
   EXPECT_EQ(failureOf(url), std::nullopt);
   EXPECT_EQ(body, content);
   EXPECT_EQ(server.targets.back(), "/a/../b/./t?s=^G%20b%23c%01%7F%C3%84%41%zz+\"<|>");
+  qunsetenv("http_proxy");
+}
+
+/// Answers each request over a Unix socket with the same bytes.
+struct SocketServer {
+  SocketServer(const QString& path, const std::string& reply)
+      : thread([this, path, reply](const std::stop_token& stop) {
+          QLocalServer server;
+          listening = server.listen(path);
+          listening.notify_all();
+          while (!stop.stop_requested()) {
+            if (!server.waitForNewConnection(50)) continue;
+            QLocalSocket* const client = server.nextPendingConnection();
+            client->waitForReadyRead(1000);
+            requests += client->readAll().toStdString();
+            client->write(reply.data(), static_cast<qint64>(reply.size()));
+            client->waitForBytesWritten(1000);
+            delete client;
+          }
+        }) {
+    listening.wait(false);
+  }
+  std::string requests;  ///< to be read once it has ended
+  std::atomic<bool> listening = false;
+  std::jthread thread;
+};
+
+TEST_F(OpenUrlTest, ASocketOfTheUsersOwnIsAskedAsLocalhostAndNobodyElse) {
+  const QTemporaryDir folder;
+  const QString own = folder.path() + "/quintara";
+  qputenv("XDG_RUNTIME_DIR", folder.path().toUtf8());
+  qputenv("http_proxy", server.host().c_str());
+  EXPECT_EQ(failureOf("http://unix:history/t"), ErrorKind::TransferFailed) << "nobody listens";
+  for (const auto& [reply, failure] : std::map<std::string, std::optional<ErrorKind>>{
+           {"HTTP/1.1 200 OK\r\n\r\nbody", {}},
+           {"HTTP/1.1 302 Found\r\nLocation: " + server.url("/") + "\r\n\r\n",
+            ErrorKind::TransferFailed}}) {
+    SocketServer service(own + "/history", reply);
+    EXPECT_EQ(failureOf("http://unix:history/t?s=a b"), failure);
+    service.thread = {};
+    EXPECT_EQ(service.requests.find("GET /t?s=a%20b HTTP/1.1\r\nHost: localhost\r\n"), 0U);
+  }
+  EXPECT_EQ(body, "body");
+  QFile(own).setPermissions(QFile::Permissions::fromInt(0x7777));
+  EXPECT_EQ(failureOf("http://unix:history/t"), ErrorKind::TransferFailed) << "open to others";
+  EXPECT_EQ(server.targets.size(), 0U);
   qunsetenv("http_proxy");
 }
 

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "platform/qt/dispatcher.hpp"
+#include "runtime/runtime_folder.hpp"
 #include "values/errors.hpp"
 
 namespace quintara {
@@ -27,6 +28,22 @@ std::string encodedUrl(std::string_view url) {
   return encoded;
 }
 
+/// A host `unix:NAME` is the socket NAME in the user's runtime folder.
+TransferRequest requestFor(std::string_view url) {
+  constexpr std::string_view kOverSocket = "http://unix:";
+  if (!url.starts_with(kOverSocket)) {
+    return {.url = encodedUrl(url)};
+  }
+  url.remove_prefix(kOverSocket.size());
+  const auto name = url.substr(0, url.find('/'));
+  try {
+    return {.url = "http://localhost" + encodedUrl(url.substr(name.size())),
+            .socket = std::filesystem::path(runtimeFolder()) / name};
+  } catch (const RuntimeFolderUnusable&) {
+    throw RuntimeError(ErrorKind::TransferFailed);
+  }
+}
+
 }  // namespace
 
 /// A body is the same bytes as text and as anything else, so the data type makes no difference.
@@ -35,8 +52,11 @@ std::string CurlHttpClient::OpenURL(const std::string& url, int /*dataType*/) {
   // Often enough for windows to feel alive, and a service nearby has answered before the first.
   constexpr std::chrono::milliseconds kPause{15};
   const Dispatcher::Busy busy(dispatcher_);
-  Transfer transfer(
-      {.url = encodedUrl(url), .limits = limits_, .followRedirects = true, .refuseErrors = true});
+  TransferRequest request = requestFor(url);
+  request.limits = limits_;
+  request.followRedirects = true;
+  request.refuseErrors = true;
+  Transfer transfer(request);
   Steady::time_point due = Steady::now() + kPause;
   while (!transfer.advance(kPause)) {
     if (Steady::now() < due) {

@@ -7,8 +7,9 @@ namespace quintara {
 
 class Dispatcher;
 
-/// Fetches over plain HTTP. While it waits, windows are repainted but no handler starts; closing
-/// the main window makes the transfer fail.
+/// Fetches over plain HTTP; from a host `unix:NAME` over the socket NAME in the user's own runtime
+/// folder, as if it were localhost. While it waits, windows are repainted but no handler starts;
+/// closing the main window makes the transfer fail.
 class CurlHttpClient final : public HttpClient {
  public:
   explicit CurlHttpClient(Dispatcher& dispatcher, TransferLimits limits = {})
