@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdlib>
 #include <optional>
 #include <utility>
 
@@ -23,26 +22,6 @@ struct Free {
 struct FreeMulti {
   void operator()(CURLM* multi) const { curl().multiCleanup(multi); }
 };
-
-/// No proxy is asked for what this computer has, nor for the user's own exceptions.
-std::string hostsWithoutProxy(const std::optional<UrlParts>& to) {
-  if (to && leadsToThisComputer(to->host)) {
-    return "*";
-  }
-  std::string hosts;
-  for (const char* name : {"NO_PROXY", "no_proxy"}) {
-    if (const char* value = std::getenv(name)) {
-      hosts = value;
-    }
-  }
-  if (hosts == "*") {
-    return hosts;
-  }
-  if (!hosts.empty()) {
-    hosts += ',';
-  }
-  return hosts + "localhost,127.0.0.1,::1";  // where redirects may lead
-}
 
 }  // namespace
 
@@ -108,16 +87,16 @@ void Transfer::State::setWhatToAsk(const TransferRequest& request) {
     set(CURLOPT_CAINFO, request.caFile.c_str());
     set(CURLOPT_PROXY_CAINFO, request.caFile.c_str());
   }
-  set(CURLOPT_NOPROXY, hostsWithoutProxy(receiver.to()).c_str());
+  if (receiver.to() && leadsToThisComputer(receiver.to()->host)) {
+    set(CURLOPT_NOPROXY, "*");
+  }
 }
 
 void Transfer::State::setLimits(const TransferRequest& request) {
   const long time = std::max(static_cast<long>(request.limits.time.count()), 1L);
   set(CURLOPT_TIMEOUT_MS, time);
   set(CURLOPT_CONNECTTIMEOUT_MS, std::min(time, kLongestConnecting));
-  set(CURLOPT_PROTOCOLS_STR, request.protocols.c_str());  // of redirects, too
-  set(CURLOPT_FOLLOWLOCATION, request.followRedirects ? 1L : 0L);
-  set(CURLOPT_MAXREDIRS, static_cast<long>(kMostRedirects));
+  set(CURLOPT_PROTOCOLS_STR, request.protocols.c_str());
   set(CURLOPT_DISALLOW_USERNAME_IN_URL, 1L);
   set(CURLOPT_FAILONERROR, request.refuseErrors ? 1L : 0L);
   set(CURLOPT_NOSIGNAL, 1L);

@@ -8,9 +8,9 @@
 
 namespace quintara {
 
-/// Headers and trailers have a limit of their own: 256 KB in all, redirects included.
+/// Headers and trailers have a limit of their own: 256 KB in all.
 struct TransferLimits {
-  std::chrono::milliseconds time{60'000};    ///< for all of a transfer, redirects included
+  std::chrono::milliseconds time{60'000};    ///< for all of a transfer
   std::size_t bytes = std::size_t{8} << 20;  ///< of the body, unpacked
   std::size_t lines = 200'000;               ///< line feeds of the body
 };
@@ -18,18 +18,18 @@ struct TransferLimits {
 /// What to ask for, and how.
 struct TransferRequest {
   std::string url{};               ///< goes out as it stands; no user's name in it
-  std::filesystem::path socket{};  ///< a Unix socket to ask over, redirects too; empty for none
-  std::string protocols = "http";  ///< for redirects, too; such as "http,https"
+  std::filesystem::path socket{};  ///< a Unix socket to ask over; empty for none
+  std::string protocols = "http";  ///< such as "http,https"
   TransferLimits limits{};
   std::string agent{};             ///< what the client calls itself; empty for nothing
   std::string header{};            ///< one more for the server, none for a proxy; empty for none
   bool unpack = false;             ///< the reply may come compressed
-  bool followRedirects = false;    ///< kMostRedirects of them; otherwise the answer tells where to
   bool refuseErrors = false;       ///< a status of 400 or above is a problem
   bool redirected = false;         ///< by another computer: leading to this one is a problem
   std::filesystem::path caFile{};  ///< whom to trust besides the system's authorities
 };
 
+/// No redirect is followed; who does it follows no more than these.
 inline constexpr int kMostRedirects = 4;
 inline constexpr std::size_t kMostHeaderBytes = std::size_t{256} << 10;
 

@@ -39,6 +39,11 @@ TEST_F(OpenUrlTest, TheTargetIsSentAsItStandsButForWhatHttpForbidsAndThroughNoPr
   EXPECT_EQ(failureOf(url), std::nullopt);
   EXPECT_EQ(body, content);
   EXPECT_EQ(server.targets.back(), "/a/../b/./t?s=^G%20b%23c%01%7F%C3%84%41%zz+\"<|>");
+  // Through that proxy a server far away, which sends the window to what this computer has.
+  qputenv("http_proxy", server.host().c_str());
+  server.serve("HTTP/1.1 302 Found\r\nLocation: " + server.url("/here") + "\r\n\r\n");
+  EXPECT_EQ(failureOf("http://far.example/"), ErrorKind::TransferFailed);
+  EXPECT_EQ(server.targets.back(), "http://far.example/");
   qunsetenv("http_proxy");
 }
 

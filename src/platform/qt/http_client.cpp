@@ -12,6 +12,8 @@ namespace quintara {
 
 namespace {
 
+using Steady = std::chrono::steady_clock;
+
 /// The URL as it goes out; what that means for a ticker stands in data/quote_request.hpp.
 std::string encodedUrl(std::string_view url) {
   constexpr std::string_view kDigits = "0123456789ABCDEF";
@@ -48,14 +50,26 @@ TransferRequest requestFor(std::string_view url) {
 
 /// A body is the same bytes as text and as anything else, so the data type makes no difference.
 std::string CurlHttpClient::OpenURL(const std::string& url, int /*dataType*/) {
-  using Steady = std::chrono::steady_clock;
-  // Often enough for windows to feel alive, and a service nearby has answered before the first.
-  constexpr std::chrono::milliseconds kPause{15};
   const Dispatcher::Busy busy(dispatcher_);
   TransferRequest request = requestFor(url);
   request.limits = limits_;
-  request.followRedirects = true;
   request.refuseErrors = true;
+  const Steady::time_point end = Steady::now() + limits_.time;
+  for (int redirects = 0; redirects <= kMostRedirects; ++redirects) {
+    TransferAnswer answer = await(request);
+    if (answer.redirect.empty()) {
+      return std::move(answer.body);
+    }
+    request.url = answer.redirect;
+    request.redirected = !answer.here;
+    request.limits.time = std::chrono::floor<std::chrono::milliseconds>(end - Steady::now());
+  }
+  throw RuntimeError(ErrorKind::TransferFailed);
+}
+
+TransferAnswer CurlHttpClient::await(const TransferRequest& request) {
+  // Often enough for windows to feel alive, and a service nearby has answered before the first.
+  constexpr std::chrono::milliseconds kPause{15};
   Transfer transfer(request);
   Steady::time_point due = Steady::now() + kPause;
   while (!transfer.advance(kPause)) {
@@ -72,7 +86,7 @@ std::string CurlHttpClient::OpenURL(const std::string& url, int /*dataType*/) {
   if (!answer.problem.empty()) {
     throw RuntimeError(ErrorKind::TransferFailed);
   }
-  return std::move(answer.body);
+  return answer;
 }
 
 }  // namespace quintara

@@ -17,6 +17,8 @@ class CurlHttpClient final : public HttpClient {
   std::string OpenURL(const std::string& url, int dataType) override;
 
  private:
+  TransferAnswer await(const TransferRequest& request);
+
   Dispatcher& dispatcher_;
   TransferLimits limits_;
 };
