@@ -42,4 +42,15 @@ list(JOIN needed ", " CPACK_DEBIAN_PACKAGE_DEPENDS)
 # Shows the launcher's messages when it was started from a menu.
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "zenity | kdialog | x11-utils")
 
+# The same files make the same package, byte for byte: it is dated like the newest entry.
+file(STRINGS "${changes}" signature REGEX "^ -- .*>  " LIMIT_COUNT 1)
+string(REGEX REPLACE ".*>  " "" signature "${signature}")
+execute_process(COMMAND date -d "${signature}" +%s OUTPUT_VARIABLE epoch
+  OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+set(CPACK_PROJECT_CONFIG_FILE "${CMAKE_CURRENT_BINARY_DIR}/package_date.cmake")
+file(WRITE "${CPACK_PROJECT_CONFIG_FILE}" "if(NOT DEFINED ENV{SOURCE_DATE_EPOCH})
+  set(ENV{SOURCE_DATE_EPOCH} ${epoch})
+endif()
+")
+
 include(CPack)

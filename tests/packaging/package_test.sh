@@ -1,6 +1,6 @@
 #!/bin/bash
 # The package's contents and promises, without installing it.
-# Usage: package_test.sh BUILD-FOLDER
+# Usage: package_test.sh BUILD-FOLDER CONFIGURATION
 set -u
 build=$(readlink -f "$1")
 cd "$(dirname "$0")/../.." || exit 1
@@ -20,6 +20,30 @@ check "cmake --install gives the package's tree" \
   diff <(tree "$work/prefix") <(tree "$work/root/usr")
 check "nothing outside of /usr, no script run when it is removed" \
   [ "$(cd "$work/root" && echo * DEBIAN/?*)" = "DEBIAN usr DEBIAN/control DEBIAN/md5sums" ]
+
+# The same again, a little later, and not a word about where it was built.
+{ sleep 1.1 && cpack --config "$build/CPackConfig.cmake" -B "$work/again"; } &>>"$work/log"
+check "the same package when it is made twice" cmp "$package" "$work"/again/quintara_*.deb
+
+# What ends the program in place of a fault that could be used against the trader. Not every program
+# has a place for the last two: they have to show up somewhere.
+if [ "$2" = Release ]; then
+  for program in "$work"/root/usr/lib/quintara/quintara*; do
+    name=$(basename "$program")
+    readelf -ldW "$program" >"$work/headers"
+    objdump -T "$program" | tee -a "$work/symbols" >"$work/own-symbols"
+    objdump -d "$program" | tee -a "$work/code" >"$work/own-code"
+    check "$name: no table stays writable" [ "$(grep -c 'GNU_RELRO\|BIND_NOW' "$work/headers")" = 2 ]
+    check "$name: its stack is guarded" grep -q __stack_chk_fail "$work/own-symbols"
+    check "$name: no jump into a function's middle" \
+      [ "$(uname -m)" != x86_64 -o "$(grep -c endbr64 "$work/own-code")" -gt 100 ]
+    check "$name does not say where it was built" [ -z "$(grep -aF "$PWD" "$program")" ]
+  done
+  check "copying is fortified" grep -q '_chk$' <(grep -v __stack_chk_fail "$work/symbols")
+  # shellcheck disable=SC2016
+  check "large frames touch each page" \
+    [ "$(uname -m)" != x86_64 -o "$(grep -c 'orq *$0x0,[0-9a-fx]*(%rsp)' "$work/code")" -gt 0 ]
+fi
 
 # Each library that a program or module is linked with or loads by name has its package among the
 # dependencies.
