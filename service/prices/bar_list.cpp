@@ -141,9 +141,10 @@ PriceRows BarList::finish() {
   result_.readable = true;
   result_.bars = std::move(bars_);
   if (result_.bars.empty()) {
-    result_.problem = "no usable " + std::string(kind_) + ", " + std::to_string(result_.badLines) +
-                      " bad ones" +
-                      (result_.complaints.empty() ? "" : ", " + result_.complaints.front());
+    const std::string bad =
+        "no usable " + std::string(kind_) + ", " + std::to_string(result_.badLines) + " bad ones";
+    result_.problem =
+        result_.complaints.empty() ? "no rows" : bad + ", " + result_.complaints.front();
   }
   return std::move(result_);
 }

@@ -23,17 +23,6 @@ bool isLetter(char c) {
          (static_cast<unsigned char>(c) & 0x80U) != 0;
 }
 
-// The length of a blank that is no ASCII, or of a mark of the writing direction, at a place.
-std::size_t wideBlankAt(std::string_view text, std::size_t at) {
-  for (const std::string_view blank : {"\xC2\xA0", "\xE2\x80\xAF", "\xE2\x80\x89", "\xE2\x80\x8E",
-                                       "\xE2\x80\x8F", "\xE3\x80\x80"}) {
-    if (text.substr(at, blank.size()) == blank) {
-      return blank.size();
-    }
-  }
-  return 0;
-}
-
 int fullYear(int year, bool isShort) {
   return !isShort ? year : year < 70 ? 2000 + year : 1900 + year;
 }
@@ -42,9 +31,17 @@ std::optional<Day> dayFrom(int year, int month, int day) {
   return makeDay(year, static_cast<unsigned>(month), static_cast<unsigned>(day));
 }
 
+int numberOf(std::string_view digits) {
+  int number = 0;
+  for (const char c : digits.substr(0, 9)) {
+    number = number * 10 + (c - '0');
+  }
+  return number;
+}
+
 std::optional<Day> compactDay(std::string_view digits) {
   const auto number = [&](std::size_t at, std::size_t size) {
-    return *parseCount(digits.substr(at, size));
+    return numberOf(digits.substr(at, size));
   };
   return dayFrom(number(0, 4), number(4, 2), number(6, 2));
 }
@@ -58,7 +55,7 @@ std::optional<int> secondOf(int hour, int minute, int second) {
 
 // 930, 1600 or 160000.
 std::optional<int> compactTime(std::string_view digits) {
-  const int number = *parseCount(digits);
+  const int number = numberOf(digits);
   if (digits.size() < 3 && number > 0) {
     return std::nullopt;
   }
@@ -66,8 +63,9 @@ std::optional<int> compactTime(std::string_view digits) {
                             : secondOf(number / 10'000, number / 100 % 100, number % 100);
 }
 
-// Most tables have one of two forms of ten signs, which are read without taking them apart:
-// 2026-11-05 and 05/11/2026, with any sign of dates between the numbers.
+// Most tables have one of two forms of ten signs, which are read without taking
+// them apart: 2026-11-05 and 05/11/2026, with any sign of dates between the
+// numbers.
 std::optional<WrittenMoment> usualDate(std::string_view text) {
   if (text.size() != 10) {
     return std::nullopt;
@@ -115,8 +113,6 @@ std::optional<Day> WrittenMoment::dayIn(DayOrder order) const {
   }
 }
 
-int MomentReader::Token::value() const { return parseCount(text).value_or(-1); }
-
 const MomentReader::Meaning& MomentReader::meaningOf(std::string_view word) {
   constexpr std::size_t kMostWords = 64;
   for (const auto& [known, meaning] : words_) {
@@ -132,7 +128,8 @@ const MomentReader::Meaning& MomentReader::meaningOf(std::string_view word) {
   return words_.back().second;
 }
 
-// Parts the text into numbers and words; false for what is no date for its length alone.
+// Parts the text into numbers and words; false for what is no date for its
+// length alone.
 bool MomentReader::split(std::string_view text) {
   tokens_.clear();
   if (text.size() > kLongestText) {
@@ -140,7 +137,7 @@ bool MomentReader::split(std::string_view text) {
   }
   char before = '\0';
   for (std::size_t at = 0; at < text.size();) {
-    if (const auto blank = wideBlankAt(text, at); blank > 0) {
+    if (const auto blank = blankAt(text, at); blank > 0) {
       before = before == '\0' ? ' ' : before;
       at += blank;
       continue;
@@ -153,14 +150,15 @@ bool MomentReader::split(std::string_view text) {
     }
     const auto begin = at;
     while (at < text.size() && (number ? isDigit(text[at]) : isLetter(text[at])) &&
-           (number || wideBlankAt(text, at) == 0)) {
+           (number || blankAt(text, at) == 0)) {
       ++at;
     }
     const auto piece = text.substr(begin, at - begin);
     if (tokens_.size() == kMostTokens) {
       return false;
     }
-    tokens_.push_back({number, before, piece, number ? Meaning{} : meaningOf(piece)});
+    tokens_.push_back({number, before, piece, number ? Meaning{} : meaningOf(piece),
+                       number ? numberOf(piece) : 0});
     before = '\0';
   }
   return !tokens_.empty() && tokens_.front().before != '-' && tokens_.front().before != '+';
@@ -213,7 +211,7 @@ bool MomentReader::takeStamp(WrittenMoment& moment) const {
 bool MomentReader::takeCompact(std::size_t& at, WrittenMoment& moment) const {
   const auto digits = tokens_[at].text;
   const auto number = [&](std::size_t begin, std::size_t size) {
-    return *parseCount(digits.substr(begin, size));
+    return numberOf(digits.substr(begin, size));
   };
   ++at;
   if (digits.size() == 6) {
@@ -237,7 +235,8 @@ bool MomentReader::takeCompact(std::size_t& at, WrittenMoment& moment) const {
   return moment.day || (at == 1 && takeStamp(moment) && (at = tokens_.size()) > 0);
 }
 
-// A word that may be a month as well is a day where the date has its month elsewhere.
+// A word that may be a month as well is a day where the date has its month
+// elsewhere.
 bool MomentReader::namesDay(std::size_t at) const {
   const Meaning& meaning = tokens_[at].meaning;
   if (!meaning.day || meaning.month == 0) {
@@ -288,7 +287,7 @@ bool MomentReader::takeParts(std::size_t& at, WrittenMoment& moment) const {
                                           : first;
     const bool fits = (yearFirst || month < 2) && day->digits() <= 2 &&
                       (year->digits() == 4 || year->digits() == 2);
-    moment.day = fits ? dayFrom(fullYear(year->value(), year->digits() == 2), named, day->value())
+    moment.day = fits ? dayFrom(fullYear(year->value, year->digits() == 2), named, day->value)
                       : std::nullopt;
     return moment.day.has_value();
   }
@@ -297,10 +296,10 @@ bool MomentReader::takeParts(std::size_t& at, WrittenMoment& moment) const {
     return false;
   }
   if (yearFirst) {
-    moment.day = dayFrom(first->value(), second->value(), third->value());
+    moment.day = dayFrom(first->value, second->value, third->value);
     return moment.day.has_value();
   }
-  moment.numbers = {first->value(), second->value(), third->value()};
+  moment.numbers = {first->value, second->value, third->value};
   moment.shortYear = !yearLast;
   moment.points = second->before == '.';
   return yearLast || third->digits() == 2 || first->digits() == 2;
@@ -329,7 +328,8 @@ bool MomentReader::isZone(std::size_t at) const {
   return signs <= 1;
 }
 
-// The second of the day that the tokens from a place on say; all of them have to belong to it.
+// The second of the day that the tokens from a place on say; all of them have
+// to belong to it.
 std::optional<int> MomentReader::takeTime(std::size_t at) const {
   const auto size = tokens_.size();
   char half = '\0';
@@ -351,7 +351,7 @@ std::optional<int> MomentReader::takeTime(std::size_t at) const {
     second = first.digits() <= 6 ? compactTime(first.text) : std::nullopt;
     ++at;
   } else {
-    clock[parts++] = first.value();
+    clock[parts++] = first.value;
     ++at;
     while (at < size && parts < clock.size()) {
       const bool unit = !tokens_[at].number && at + 1 < size && tokens_[at + 1].number &&
@@ -362,7 +362,7 @@ std::optional<int> MomentReader::takeTime(std::size_t at) const {
       if (!token.number || !joined || token.digits() > 2) {
         break;
       }
-      clock.at(parts++) = token.value();
+      clock.at(parts++) = token.value;
       at = next + 1;
     }
     second = secondOf(clock[0], clock[1], clock[2]);
@@ -397,11 +397,26 @@ std::optional<int> MomentReader::readTime(std::string_view time) {
   return takeTime(0);
 }
 
+// A usual date with the time behind it, or by itself.
+std::optional<WrittenMoment> MomentReader::readUsual(std::string_view date, std::string_view time) {
+  constexpr std::size_t kSize = 10;
+  const bool behind = date.size() > kSize && (date[kSize] == ' ' || date[kSize] == 'T');
+  if (behind && time.empty()) {
+    time = date.substr(kSize + 1);
+    date = date.substr(0, kSize);
+  }
+  auto moment = usualDate(date);
+  if (moment && !time.empty()) {
+    const auto second = readTime(time);
+    moment->second = second.value_or(0);
+    return second ? moment : std::nullopt;
+  }
+  return moment;
+}
+
 std::optional<WrittenMoment> MomentReader::read(std::string_view date, std::string_view time) {
-  if (time.empty()) {
-    if (const auto usual = usualDate(date)) {
-      return usual;
-    }
+  if (const auto usual = readUsual(date, time)) {
+    return usual;
   }
   WrittenMoment moment;
   std::size_t at = 0;

@@ -51,11 +51,12 @@ class MomentReader {
     char before = '\0';  ///< the sign before it, a blank for blanks alone
     std::string_view text;
     Meaning meaning;  ///< of a word
-    int value() const;
+    int value = 0;    ///< of a number, which must not have more than nine digits
     std::size_t digits() const { return number ? text.size() : 0; }
   };
   using Tokens = std::vector<Token>;
 
+  std::optional<WrittenMoment> readUsual(std::string_view date, std::string_view time);
   bool split(std::string_view text);
   const Meaning& meaningOf(std::string_view word);
   bool takeDate(std::size_t& at, WrittenMoment& moment) const;

@@ -8,7 +8,8 @@
 namespace quintara::quotes {
 namespace {
 
-// Signs and codes of currencies, and what else stands beside numbers and does not change them.
+// Signs and codes of currencies, and what else stands beside numbers and does
+// not change them.
 constexpr std::array<std::string_view, 66> kBeside{
     "US$", "A$",  "C$",  "HK$", "NT$", "S$",  "R$",  "NZ$", "MX$", "$",   "€",
     "£",   "¥",   "￥",  "₹",   "₽", "₺",   "₩",   "₪",   "฿",   "₫",   "₴",
@@ -17,52 +18,36 @@ constexpr std::array<std::string_view, 66> kBeside{
     "AUD", "NZD", "SEK", "NOK", "DKK", "PLN", "CZK", "HUF", "RON", "TRY", "TL",
     "RUB", "UAH", "INR", "CNY", "HKD", "TWD", "KRW", "SGD", "BRL", "ZAR", "USDT"};
 
-// Blanks and apostrophes between groups of digits, the longest first.
-constexpr std::array<std::string_view, 9> kGroupSigns{"\xE2\x80\xAF",
-                                                      "\xE2\x80\x89",
-                                                      "\xE2\x80\x99",
-                                                      "\xE2\x80\xB2",
-                                                      "\xC2\xA0",
-                                                      "\xC2\xB4",
-                                                      " ",
-                                                      "'",
-                                                      "_"};
+// Apostrophes between groups of digits.
+constexpr std::array<std::string_view, 3> kApostrophes{"\xE2\x80\x99", "\xE2\x80\xB2", "\xC2\xB4"};
 
 constexpr std::size_t kLongestBeside = 8;
 
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
+// The bytes of a blank or an apostrophe at a place, 0 if there is none.
 std::size_t groupSignAt(std::string_view text, std::size_t at) {
-  for (const auto sign : kGroupSigns) {
-    if (text.substr(at, sign.size()) == sign) {
-      return sign.size();
-    }
+  if (text[at] == '\'' || text[at] == '_') {
+    return 1;
   }
-  return 0;
+  const auto isThere = [&](std::string_view sign) { return text.substr(at, sign.size()) == sign; };
+  const auto size = blankAt(text, at);
+  if (size > 0 || (static_cast<unsigned char>(text[at]) & 0x80U) == 0) {
+    return size;
+  }
+  const auto found = std::find_if(kApostrophes.begin(), kApostrophes.end(), isThere);
+  return found != kApostrophes.end() ? found->size() : 0;
 }
 
 bool isPlain(std::string_view text) {
   return !text.empty() && isDigit(text.front()) && isDigit(text.back());
 }
 
-std::string_view withoutBlanks(std::string_view text) {
-  for (bool more = true; more;) {
-    more = false;
-    for (const auto sign : kGroupSigns) {
-      if (!text.empty() && text.substr(0, sign.size()) == sign) {
-        text.remove_prefix(sign.size());
-        more = true;
-      }
-      if (text.size() >= sign.size() && text.substr(text.size() - sign.size()) == sign) {
-        text.remove_suffix(sign.size());
-        more = true;
-      }
-    }
-  }
-  return text;
-}
-
 bool isBeside(std::string_view text) {
+  text = withoutBlanks(text);
+  if (text.empty() || text == "$" || text == "\xE2\x82\xAC") {
+    return true;
+  }
   static const auto known = [] {
     std::unordered_set<std::string> result;
     for (const auto beside : kBeside) {
@@ -70,8 +55,7 @@ bool isBeside(std::string_view text) {
     }
     return result;
   }();
-  text = withoutBlanks(text);
-  return text.empty() || (text.size() <= kLongestBeside && known.count(upperCase(text)) > 0);
+  return text.size() <= kLongestBeside && known.count(upperCase(text)) > 0;
 }
 
 std::string shown(std::size_t line, std::string_view text) {

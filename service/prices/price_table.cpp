@@ -210,6 +210,7 @@ void dropOtherTickers(HeaderRow& header, const std::vector<HeaderRow>& rows, std
     for (std::size_t place = 1; names && !ticker.empty() && place < row.names.size(); ++place) {
       if (!row.names[place].empty() && !almostSameTicker(row.names[place], ticker)) {
         header.uses[place].reset();
+        header.names[place].clear();
       }
     }
   }

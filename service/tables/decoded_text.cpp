@@ -112,9 +112,9 @@ const char* problemOf(std::string_view text) {
 // Bytes that the encoding does not have are left out one unit at a time, with U+FFFD in their
 // place.
 std::string converted(std::string_view bytes, const std::string& encoding) {
-  const std::size_t unit = encoding.find("16") != encoding.npos   ? 2
-                           : encoding.find("32") != encoding.npos ? 4
-                                                                  : 1;
+  const std::size_t unit = encoding.find("UTF-16") != encoding.npos   ? 2
+                           : encoding.find("UTF-32") != encoding.npos ? 4
+                                                                      : 1;
   const iconv_t converter = ::iconv_open("UTF-8", encoding.c_str());
   std::string text;
   text.reserve(bytes.size() / unit + bytes.size() / 8);

@@ -9,36 +9,10 @@
 namespace quintara::quotes {
 namespace {
 
-constexpr std::string_view kNoBreakSpace = "\xC2\xA0";
-constexpr std::string_view kNarrowSpace = "\xE2\x80\xAF";
-constexpr std::string_view kMark = "\xEF\xBB\xBF";
 constexpr std::size_t kLongestQuoted = 4096;
 constexpr std::size_t kMostQuotedLines = 16;
 
 bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
-
-std::string_view withoutBlanks(std::string_view text) {
-  for (bool more = true; more;) {
-    more = false;
-    while (!text.empty() && isBlank(text.front())) {
-      text.remove_prefix(1);
-    }
-    while (!text.empty() && isBlank(text.back())) {
-      text.remove_suffix(1);
-    }
-    for (const auto wide : {kNoBreakSpace, kNarrowSpace, kMark}) {
-      if (text.size() >= wide.size() && text.substr(0, wide.size()) == wide) {
-        text.remove_prefix(wide.size());
-        more = true;
-      }
-      if (text.size() >= wide.size() && text.substr(text.size() - wide.size()) == wide) {
-        text.remove_suffix(wide.size());
-        more = true;
-      }
-    }
-  }
-  return text;
-}
 
 // Some programs mark text with an apostrophe on each side.
 std::string_view withoutApostrophes(std::string_view text) {
@@ -114,23 +88,19 @@ bool TableRows::takeQuoted() {
   }
   const auto begin = ++at;
   const auto limit = std::min(text_.size(), begin + kLongestQuoted);
-  std::size_t lines = 0;
   bool doubled = false;
-  for (; at < limit && lines < kMostQuotedLines; ++at) {
-    lines += text_[at] == lineEnd_ ? 1 : 0;
-    if (text_[at] != '"') {
-      continue;
-    }
-    if (at + 1 >= text_.size() || text_[at + 1] != '"') {
-      break;
-    }
+  for (at = text_.find('"', at); at < limit && at + 1 < text_.size() && text_[at + 1] == '"';
+       at = text_.find('"', at + 2)) {
     doubled = true;
-    ++at;
   }
-  if (at >= limit || text_[at] != '"') {
+  if (at >= limit) {
     return false;
   }
   const auto content = text_.substr(begin, at - begin);
+  const auto lines = static_cast<std::size_t>(std::count(content.begin(), content.end(), lineEnd_));
+  if (lines > kMostQuotedLines) {
+    return false;
+  }
   ++at;
   while (at < text_.size() && text_[at] != separator_ &&
          (text_[at] == ' ' || text_[at] == '\t' || (text_[at] == '\r' && lineEnd_ == '\n'))) {
@@ -171,7 +141,8 @@ std::string separatorsOf(std::string_view text) {
   if (namesSeparator(firstLine)) {
     return {firstLine[firstLine.find('=') + 1]};
   }
-  // In this order where the lines agree as much: commas also stand in numbers and in text.
+  // In this order where the lines agree as much: commas also stand in numbers
+  // and in text.
   std::string separators = "\t;|,";
   std::map<char, std::size_t> agreeing;
   for (const char separator : separators) {

@@ -40,6 +40,54 @@ std::string_view trimmed(std::string_view text) {
   return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
 }
 
+std::size_t blankAt(std::string_view text, std::size_t at) {
+  const auto isThere = [&](std::string_view bytes) {
+    return text.size() - at > bytes.size() && text[at + 1] == bytes[0] &&
+           (bytes.size() == 1 || text[at + 2] == bytes[1]);
+  };
+  switch (static_cast<unsigned char>(text[at])) {
+    case ' ':
+    case '\t':
+    case '\r':
+    case '\n':
+      return 1;
+    case 0xC2:  // no-break
+      return isThere("\xA0") ? 2 : 0;
+    case 0xE2:  // figure, thin, hair, the two marks of direction, narrow
+      return isThere("\x80\x87") || isThere("\x80\x89") || isThere("\x80\x8A") ||
+                     isThere("\x80\x8E") || isThere("\x80\x8F") || isThere("\x80\xAF")
+                 ? 3
+                 : 0;
+    case 0xE3:  // ideographic
+      return isThere("\x80\x80") ? 3 : 0;
+    case 0xEF:  // the byte order mark
+      return isThere("\xBB\xBF") ? 3 : 0;
+    default:
+      return 0;
+  }
+}
+
+std::string_view withoutBlanks(std::string_view text) {
+  while (!text.empty()) {
+    const auto size = blankAt(text, 0);
+    if (size == 0) {
+      break;
+    }
+    text.remove_prefix(size);
+  }
+  while (!text.empty()) {
+    std::size_t size = 1;
+    while (size <= 3 && (size > text.size() || blankAt(text, text.size() - size) != size)) {
+      ++size;
+    }
+    if (size > 3) {
+      break;
+    }
+    text.remove_suffix(size);
+  }
+  return text;
+}
+
 std::optional<int> parseCount(std::string_view text) {
   if (text.empty() || text.size() > 9 || !std::all_of(text.begin(), text.end(), isDigit)) {
     return std::nullopt;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -12,6 +13,12 @@ std::string upperCase(std::string_view text);
 bool equalIgnoringCase(std::string_view left, std::string_view right);
 std::string lowerCase(std::string_view text);
 std::string_view trimmed(std::string_view text);
+
+/// The bytes of the blank at a place, 0 if there is none. Blanks are those of Unicode as well, line
+/// ends, and marks of the writing direction, which nobody sees either.
+std::size_t blankAt(std::string_view text, std::size_t at);
+/// The text without such blanks at its ends.
+std::string_view withoutBlanks(std::string_view text);
 
 /// A number of one to nine decimal digits and nothing else.
 std::optional<int> parseCount(std::string_view text);

@@ -82,7 +82,7 @@ TEST_F(QuoteDeskTest, RefusalsSayWhy) {
            {"t?", "400 the ticker (s) is missing"},
            {"t?s=" + std::string(101, 'A') + rest, "400 the ticker (s) is longer than 100 bytes"},
            {"t?s=A%00%0AB" + rest, "404 no prices for A\\x00\\x0aB"},
-           {"t?s=demo" + rest, "404 own prices in DEMO.csv: no usable line"},
+           {"t?s=demo" + rest, "404 own prices in DEMO.csv: no rows"},
            {"t?s=DOWN&a=265&b=257&c=2026&d=10&e=31&f=2026", "400 the start date (a, b, c: month"},
            {"t?s=DOWN&a=11&b=1&c=2026&d=10&e=31&f=2026&g=d", "400 the start date is after the end"},
            {"t?s=DOWN&a=9&b=1&c=2026&d=10&e=31&f=2026", "400 the interval (g) is not one of d, w"},

@@ -284,8 +284,8 @@ TEST(JsonRows, SaysWhatIsWrong) {
            {R"({"p":["[[{\"[",)" + std::string(62, '[') + std::string(62, ']') + "]}",
             "0no row has a field Close"},
            {R"({"p":[],"Note":"limit"})", "0no rows but a message"},
-           {R"({"p":[],"note":" ","message":7,"meta":"x"})", "0no usable row, 0 bad ones"},
-           {"[]", "0no usable row, 0 bad ones"}}) {
+           {R"({"p":[],"note":" ","message":7,"meta":"x"})", "0no rows"},
+           {"[]", "0no rows"}}) {
     EXPECT_EQ(ofJson(text, "/p"), problem) << text;
   }
 }
