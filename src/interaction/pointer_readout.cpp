@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "values/errors.hpp"
 #include "values/numbers.hpp"
 #include "values/text.hpp"
 
@@ -24,14 +25,14 @@ void leaveChart(const ChartState& state, const PointerControls& controls) {
 }  // namespace
 
 void CandleData(const ChartState& state, const PointerControls& controls, float X, float Y) {
-  try {
+  // The old text stays, silently.
+  static_cast<void>(succeeds([&] {
     std::size_t k =
         static_cast<std::size_t>(std::max<std::int16_t>(barNumber(X, state.iSpacing), 1));
     k = std::min(k, state.candles().Count());
     showBar(state.candles().Item(k), controls.readout);
     controls.lblCurrent.setCaption(defaultText(toSingle(roundTo3(Y))));
-  } catch (const RuntimeError&) {  // NOLINT(bugprone-empty-catch): the old text stays, silently
-  }
+  }));
 }
 
 void OutOfPic(const ChartState& state, const PointerControls& controls) {

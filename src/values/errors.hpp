@@ -1,5 +1,6 @@
 #pragma once
 
+#include <new>
 #include <stdexcept>
 #include <string>
 
@@ -20,7 +21,7 @@ enum class ErrorKind {
 /// The fixed sentence shown for a kind of error.
 const char* textOf(ErrorKind kind);
 
-/// The one run-time error type: policies that trap errors trap this type and nothing else.
+/// The one run-time error type. Policies that trap errors trap this and the lack of memory.
 class RuntimeError : public std::runtime_error {
  public:
   /// what() is the kind's fixed sentence.
@@ -33,5 +34,17 @@ class RuntimeError : public std::runtime_error {
  private:
   ErrorKind kind_;
 };
+
+/// The policy that traps every error: whether the action ran to its end. What it threw is
+/// forgotten, but for an exception that is no run-time error, which goes to the caller.
+template <class Action>
+bool succeeds(Action&& action) try {
+  action();
+  return true;
+} catch (const RuntimeError&) {
+  return false;
+} catch (const std::bad_alloc&) {
+  return false;
+}
 
 }  // namespace quintara

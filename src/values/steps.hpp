@@ -11,7 +11,7 @@ using Steps = std::vector<std::function<void()>>;
 /// Runs every step in order; the first failure stops it and goes to the caller.
 void run(const Steps& steps);
 
-/// Runs every step in order; a step that raises a RuntimeError is skipped, any other exception
+/// Runs every step in order; a step that raises a run-time error is skipped, any other exception
 /// goes to the caller.
 void runSkippingFailures(const Steps& steps);
 
