@@ -90,6 +90,8 @@ void ViewerWindow::escape() {
 }
 
 void ViewerWindow::comeForward() {
+  navigation_->clearFilter();
+  navigation_->focusIndex();
   setWindowState((windowState() & ~Qt::WindowMinimized) | Qt::WindowActive);
   show();
   raise();

@@ -20,7 +20,8 @@ class ViewerWindow : public QMainWindow {
   /// Opens at the keyword index with nothing typed. The book must outlive the window.
   explicit ViewerWindow(HelpBook& book);
 
-  /// Brings the window in front of others, as far as the desktop allows it.
+  /// At the keyword index with nothing typed again, the page as it was left, and in front of other
+  /// windows as far as the desktop allows it.
   void comeForward();
 
  private:

@@ -83,6 +83,12 @@ TEST_F(Viewer, OpensAtTheIndexWithNothingTypedAndIsLeftByTheKeyboard) {
   EXPECT_EQ(rows(), 1);
   QTest::keyClick(filter(), Qt::Key_Return);
   EXPECT_EQ(page().source().fileName(), "keyboard.html");
+  window->findChild<QTabWidget*>()->setCurrentIndex(1);
+  window->comeForward();
+  ASSERT_NE(filter(), nullptr);
+  EXPECT_EQ(rows(), all) << "asked for again: nothing typed";
+  EXPECT_EQ(page().source().fileName(), "keyboard.html");
+  filter()->setText("tab order");
   QTest::keyClick(window.get(), Qt::Key_Left, Qt::AltModifier);
   EXPECT_EQ(page().source().fileName(), "index.html");
   QTest::keyClick(window.get(), Qt::Key_Escape);
