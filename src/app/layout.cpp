@@ -68,6 +68,11 @@ ControlDesign picture(ControlDesign control, const std::string& name, const std:
   return control;
 }
 
+ControlDesign pilesUp(ControlDesign control) {
+  control.pilesUp = true;
+  return control;
+}
+
 void addTopBar(Designs& controls) {
   const auto combo = [](const char* name, const char* caption, const char* said, float left) {
     return meaning(design(Kind::ComboBox, name, "", caption, {left, 120, 1215, 315}), said);
@@ -246,7 +251,7 @@ void addCommands(Designs& controls) {
                       design(Kind::PushCheckBox, "chkShowA2", "", "Show A2", at(1200, 7440)),
                       design(Kind::PushCheckBox, "chkShowA3", "", "Show A3", at(2280, 7440)),
                       design(Kind::PushCheckBox, "chkShowA4", "", "Show A4", at(3360, 7440)),
-                      design(Kind::Button, "cmdChart", "", "Draw Chart", at(120, 7920)),
+                      pilesUp(design(Kind::Button, "cmdChart", "", "Draw Chart", at(120, 7920))),
                       design(Kind::Button, "cmdCalculate", "", "Calculate", at(1200, 7920)),
                       design(Kind::Button, "cmdClear", "", "Clear", at(2280, 7920)),
                   });

@@ -84,7 +84,8 @@ frmQuintara::frmQuintara(const Platform& platform, QuoteHosts hosts)
                          boxes_,
                          sets_,
                          progress_,
-                         platform.messageBox},
+                         platform.messageBox,
+                         platform.locale},
       pointerControls_{readout_, control<Label>("lblCurrent"), platform.screen},
       redraw_(redrawSteps(state_, sngLevels_, sets_, picChart_)) {
   connectCommands();
@@ -141,7 +142,8 @@ void frmQuintara::connectPointer() {
     picChart_MouseMove(state_, drag_, pointerControls_, event);
   };
   picChart_.MouseDown = [this](const MouseEvent& event) {
-    picChart_MouseDown(state_, drag_, readout_, platform_.screen, event);
+    picChart_MouseDown(state_, drag_, readout_, platform_.screen, control<Image>("imgDragDrop2"),
+                       event);
   };
   picChart_.MouseUp = [this](const MouseEvent& event) {
     picChart_MouseUp(drag_, picChart_, platform_.screen, event);

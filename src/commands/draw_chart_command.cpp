@@ -1,7 +1,5 @@
 #include "commands/draw_chart_command.hpp"
 
-#include <algorithm>
-#include <new>
 #include <string>
 
 #include "chart/price_range.hpp"
@@ -9,19 +7,12 @@
 #include "chart/summary.hpp"
 #include "data/initialize_collection.hpp"
 #include "levels/clear.hpp"
+#include "values/errors.hpp"
 #include "values/text.hpp"
 
 namespace quintara {
 
 namespace {
-
-/// ASCII letters only: the case of others is the language's business, not the ticker's.
-std::string upperCase(std::string text) {
-  std::transform(text.begin(), text.end(), text.begin(), [](char c) {
-    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-  });
-  return text;
-}
 
 void buildChart(ChartState& state, const DrawChartControls& controls, Date today) {
   Clear(controls.boxes, controls.sets);
@@ -40,7 +31,7 @@ void buildChart(ChartState& state, const DrawChartControls& controls, Date today
 
 void reportFailedDownload(const DrawChartControls& controls) {
   controls.messageBox.MsgBox("Error occurred while retrieving historical data for " +
-                                 upperCase(controls.txtTicker.Text()) +
+                                 controls.locale.UCase(controls.txtTicker.Text()) +
                                  "\r\nPlease verify that the ticker symbol entered is correct and "
                                  "you are connected to the Internet",
                              MsgStyle::Stop, "Data retrieval error");
@@ -55,22 +46,21 @@ void cmdChart_Click(ChartState& state, const DrawChartControls& controls,
     controls.txtTicker.SetFocus();
     return;
   }
+  state.sTicker = controls.txtTicker.Text();
+  if (state.bBusy) {
+    return;
+  }
   bool downloaded = true;
   try {
-    state.sTicker = controls.txtTicker.Text();
-    if (state.bBusy) {
-      return;
-    }
-    controls.progress.setInfo("Retrieving historical data. Please wait....");
-    controls.progress.Show();
-    downloaded = GetHistoricalData(state, source);
-    if (downloaded) {
-      buildChart(state, controls, source.clock.today());
-    }
-  } catch (const RuntimeError&) {
     // Rows that do not parse end the command without a word; what was drawn stays.
-  } catch (const std::bad_alloc&) {
-    // So does a chart that there is no memory for.
+    static_cast<void>(succeeds([&] {
+      controls.progress.setInfo("Retrieving historical data. Please wait....");
+      controls.progress.Show();
+      downloaded = GetHistoricalData(state, source);
+      if (downloaded) {
+        buildChart(state, controls, source.clock.today());
+      }
+    }));
   } catch (...) {
     controls.progress.Unload();  // nobody else could close it
     throw;

@@ -18,6 +18,7 @@ struct DrawChartControls {
   const PointSets& sets;
   frmGettingData& progress;
   MessageBox& messageBox;
+  const LocaleQuery& locale;
 };
 
 /// The Draw Chart button: download, clear, build, range, drawing, readout of the newest bar. An

@@ -25,7 +25,7 @@ const std::array<DropTarget, 8> kDropTargets{{
 }};
 
 void picChart_MouseDown(const ChartState& state, DragState& drag, const Readout& readout,
-                        Screen& screen, const MouseEvent& event) {
+                        Screen& screen, const Image& imgDragDrop2, const MouseEvent& event) {
   // One row of the table is enough to pick from, though not for a chart.
   if (state.sRows.size() < 3 || event.Button != kLeftButton) {
     return;
@@ -34,7 +34,7 @@ void picChart_MouseDown(const ChartState& state, DragState& drag, const Readout&
   drag.sngPickedLow = toSingle(readLocaleNumber(readout.lblLow.Caption()));
   drag.sngPickedHigh = toSingle(readLocaleNumber(readout.lblHigh.Caption()));
   screen.setMousePointer(kPicturePointer);
-  screen.setMouseIcon("dragdrop2");
+  screen.setMouseIcon(imgDragDrop2.Picture());
 }
 
 void picChart_MouseUp(DragState& drag, const PictureBox& picChart, Screen& screen,

@@ -21,10 +21,11 @@ struct DropTarget {
 /// take.
 extern const std::array<DropTarget, 8> kDropTargets;
 
-/// Left button alone, with data: takes up the high and low of the bar in the readout.
+/// Left button alone, with data: takes up the high and low of the bar in the readout; the pointer
+/// becomes the picture of `imgDragDrop2`.
 /// Throws TypeMismatch when the readout shows no numbers.
 void picChart_MouseDown(const ChartState& state, DragState& drag, const Readout& readout,
-                        Screen& screen, const MouseEvent& event);
+                        Screen& screen, const Image& imgDragDrop2, const MouseEvent& event);
 /// Any button: a release over the chart's bare background lets the prices go.
 void picChart_MouseUp(DragState& drag, const PictureBox& picChart, Screen& screen,
                       const MouseEvent& event);

@@ -4,6 +4,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "platform/colour.hpp"
 #include "platform/drawing_surface.hpp"
@@ -99,8 +100,16 @@ class Button : public Control {
 
 class Frame : public Control {};
 
-/// Stands for a picture of the program's art, which others show by its name.
-class Image : public Control {};
+/// Holds a picture of the program's art for others to show.
+class Image : public Control {
+ public:
+  explicit Image(std::string picture) : picture_(std::move(picture)) {}
+  /// Its name in the program's art.
+  [[nodiscard]] const std::string& Picture() const { return picture_; }
+
+ private:
+  std::string picture_;
+};
 
 /// A picture box: retained drawing surface, container of labels, source of mouse events.
 class PictureBox : public Control, public DrawingSurface {

@@ -56,6 +56,8 @@ class LocaleQuery {
   /// zero into the buffer; returns the characters written with the zero, or 0 on failure.
   virtual int GetLocaleInfoA(std::uint32_t locale, std::int32_t LCType, char* buffer,
                              int length) = 0;
+  /// The text in upper case: here ASCII letters alone, on a desktop those of every script.
+  [[nodiscard]] virtual std::string UCase(const std::string& text) const;
 };
 
 class Clock {

@@ -53,7 +53,8 @@ struct ControlDesign {
   LabelLook look{};
   float fontSize = 8.25F;  ///< points of "MS Sans Serif"
   bool bold = false;
-  int maxLength = 0;  ///< characters that can be typed; 0: no limit
+  int maxLength = 0;     ///< characters that can be typed; 0: no limit
+  bool pilesUp = false;  ///< a button's presses that came during one handler count once
 };
 
 struct WindowDesign {

@@ -226,6 +226,8 @@ TEST_F(Pointer, FreezesTheReadoutWhileDragging) {
   moveOver("picChart", 46);
   EXPECT_EQ(caption("lblOpen"), "60.25");
   EXPECT_EQ(platform.pointer, 99);
+  EXPECT_EQ(platform.icon, get<Image>("imgDragDrop2").Picture());
+  EXPECT_NE(platform.icon, "");
   caption("lblLow") = "";
   EXPECT_THROW(chart().MouseDown({1, 0, 40, 60}), RuntimeError);
 }

@@ -72,6 +72,14 @@ TEST_F(WindowTest, TheReadoutStaysReadableOnBlackInEveryTheme) {
   }
 }
 
+TEST_F(WindowTest, ALabelGrowsForItsFixedTextOnly) {
+  add<Label>({.name = "fixed", .caption = "A text that is wider than this", .width = 150});
+  add<Label>({.name = "lblDate", .width = 150}).setCaption("A text that is wider than this");
+  EXPECT_GT(widget("fixed").width(), 100);
+  EXPECT_EQ(widget("lblDate").width(), 10);
+  EXPECT_EQ(application.platform().locale.UCase("\xC3\xB6lx"), "\xC3\x96LX");
+}
+
 struct PictureBoxTest : WindowTest {
   PictureBox& picture = add<PictureBox>(ControlKind::PictureBox, "pic", {0, 0, 100, 100});
 };

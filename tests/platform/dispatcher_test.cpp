@@ -2,8 +2,10 @@
 
 #include <gmock/gmock.h>
 
+#include <QAbstractButton>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPointingDevice>
 #include <sstream>
 
 #include "support/faulty_server.hpp"
@@ -14,7 +16,12 @@ namespace quintara::test {
 /// A window whose button "cmd" fetches from a server that keeps it waiting.
 struct BusyTest : WindowTest {
   BusyTest() {
-    add<Button>(ControlKind::Button, "cmd", {0, 0, 60, 25}).Click = [this] { fetch(); };
+    add<Button>(
+        {.kind = ControlKind::Button, .name = "cmd", .width = 900, .height = 375, .pilesUp = true})
+        .Click = [this] { fetch(); };
+    auto& picture = add<PictureBox>(ControlKind::PictureBox, "pic", {0, 80, 60, 60});
+    picture.MouseDown = [this](const MouseEvent&) { log << "down "; };
+    picture.MouseUp = [this](const MouseEvent&) { log << "up "; };
     add<Button>(ControlKind::Button, "other", {80, 0, 60, 25}).Click = [this] { log << "other "; };
     add<TextBox>(ControlKind::TextBox, "txt", {0, 40, 60, 20});
     window->MouseMove = [this](const MouseEvent& event) {
@@ -43,8 +50,9 @@ struct BusyTest : WindowTest {
 TEST_F(BusyTest, WhatHappensDuringADownloadIsDeliveredAfterwardsInOrder) {
   meanwhile = [this] {
     for (const char* name : {"cmd", "cmd", "txt"}) click(name);
+    for (int press = 0; press < 2; ++press) widget<QAbstractButton>("other").click();
     for (const char key : {'a', 'b'}) QTest::keyClick(form().windowHandle(), key);
-    click("other");
+    for (int press = 0; press < 2; ++press) click("other");
     for (const int x : {200, 210, 220}) QTest::mouseMove(form().windowHandle(), {x, 200});
     for (const int width : {410, 420}) form().resize(width, 310);
     pump();
@@ -53,8 +61,56 @@ TEST_F(BusyTest, WhatHappensDuringADownloadIsDeliveredAfterwardsInOrder) {
   };
   click("cmd");
   pump();
-  EXPECT_EQ(log.str(), "[body] resize420 [body] other move220 ");
+  EXPECT_EQ(log.str(), "[body] other other resize420 [body] other other move220 ");
   EXPECT_EQ(widget<QLineEdit>("txt").text(), "ab");
+}
+
+TEST_F(BusyTest, WhatIsPressedDuringAHandlerIsPressedAsOftenAndIsLetGoOf) {
+  QWindow* const main = form().windowHandle();
+  const QPoint at = inForm("pic", {5, 5});
+  const auto boxIsAnswered = [&] {
+    QTimer::singleShot(50, &form(), [&] {
+      QTest::mouseRelease(main, Qt::LeftButton, {}, at);
+      QTest::keyClick(QApplication::activeModalWidget()->windowHandle(), Qt::Key_Return);
+    });
+    application.platform().messageBox.MsgBox("failed", MsgStyle::Stop, "t");
+  };
+  const std::pair<std::function<void()>, const char*> kCases[] = {
+      {[&] {
+         QTest::mousePress(main, Qt::LeftButton, {}, at);
+         for (int key = 0; key < 1000; ++key) QTest::keyClick(main, Qt::Key_Shift);
+         QTest::mouseClick(main, Qt::RightButton, {}, at);
+         QTest::mouseRelease(main, Qt::LeftButton, {}, at);
+       },
+       "down up "},
+      {[&] { QTest::mouseDClick(main, Qt::LeftButton, {}, at); }, "down up down up "},
+      {[&] {
+         QTest::mousePress(main, Qt::LeftButton, {}, at);
+         boxIsAnswered();
+       },
+       "down up "},
+      {[&] {
+         auto pen = std::make_unique<QPointingDevice>("pen", 7, QInputDevice::DeviceType::Stylus,
+                                                      QPointingDevice::PointerType::Pen,
+                                                      QInputDevice::Capability::Position, 1, 1);
+         for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+           QMouseEvent event(type, at, at, Qt::LeftButton, Qt::LeftButton, {}, pen.get());
+           QCoreApplication::sendEvent(main, &event);
+         }
+       },
+       "down up "},
+  };
+  for (const auto& [action, raised] : kCases) {
+    log.str("");
+    server.setSilent(true);
+    meanwhile = [&, &act = action] {
+      act();
+      server.setSilent(false);
+    };
+    click("cmd");
+    pump();
+    EXPECT_EQ(log.str(), "[body] " + std::string(raised));
+  }
 }
 
 TEST_F(BusyTest, OnlyTheMainWindowCanBeClosedDuringADownloadAndEndsTheProgramAtOnce) {

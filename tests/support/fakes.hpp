@@ -54,6 +54,7 @@ struct FakePlatform : NoGlyphs, HeadlessPlatform, HttpClient {
     return std::make_unique<FakeWindow>(design, *this, 1);
   }
   void setMousePointer(std::int16_t value) override { pointer = value; }
+  void setMouseIcon(std::string_view picture) override { icon = picture; }
   void MsgBox(const std::string& prompt, MsgStyle style, const std::string& title) override {
     log.push_back(std::to_string(static_cast<int>(style)) + " " + title + ": " + prompt);
   }
@@ -73,6 +74,7 @@ struct FakePlatform : NoGlyphs, HeadlessPlatform, HttpClient {
 
   std::vector<std::string> log;
   std::int16_t pointer = 0;
+  std::string icon;
   std::string launchError;
   int bars = 200;
   std::function<std::string()> table = [this] { return test::table(bars); };

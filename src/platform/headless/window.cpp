@@ -36,7 +36,7 @@ std::unique_ptr<Control> HeadlessWindow::create(const ControlDesign& design) {
     case ControlKind::Frame:
       return std::make_unique<Frame>();
     case ControlKind::Image:
-      return std::make_unique<Image>();
+      return std::make_unique<Image>(design.picture);
     case ControlKind::PictureBox:
       return std::make_unique<HeadlessPictureBox>(design, glyphs_, ratio_);
   }

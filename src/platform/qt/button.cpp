@@ -51,10 +51,11 @@ std::unique_ptr<Control> makeButton(const ControlDesign& design, QWidget& parent
                                     Dispatcher& dispatcher) {
   auto* widget = new ButtonWidget(design, parent);
   auto button = std::make_unique<Button>();
+  const auto presses = design.pilesUp ? Dispatcher::Presses::PileUp : Dispatcher::Presses::Count;
   QObject::connect(widget, &QPushButton::clicked, widget,
-                   [widget, &dispatcher, &control = std::as_const(*button)] {
+                   [widget, presses, &dispatcher, &control = std::as_const(*button)] {
                      if (control.Click) {
-                       dispatcher.dispatchPress(*widget, control.Click);
+                       dispatcher.dispatchPress(*widget, control.Click, presses);
                      }
                    });
   new MouseMoveHook(*widget, *button, dispatcher);

@@ -43,11 +43,17 @@ void Dispatcher::dispatch(QObject& source, const Handler& handler, OnError onErr
   }
 }
 
-void Dispatcher::dispatchPress(QObject& button, const Handler& handler) {
-  if (depth_ == 0 && delivering_ && !pressed_.insert(&button).second) {
-    return;
+void Dispatcher::dispatchPress(QObject& button, const Handler& handler, Presses presses) {
+  if (presses == Presses::PileUp) {
+    if (depth_ > 0 || !delivering_ || pressed_.insert(&button).second) {
+      dispatch(button, handler);
+    }
+  } else if (depth_ > 0 && !ending_) {
+    // Input is held back, but a screen reader presses without any.
+    due_.push_back({&button, handler, OnError::GoOn});
+  } else {
+    dispatch(button, handler);
   }
-  dispatch(button, handler);
 }
 
 void Dispatcher::run(const Handler& handler, OnError onError) {
@@ -97,11 +103,17 @@ void Dispatcher::released() {
   ++batch_;
   if (ending_) {
     QCoreApplication::exit(exitCode_);
-  } else if (!delivering_ && (!due_.empty() || !held_.empty())) {
+  } else if (!delivering_ && isAnythingDue()) {
     // The handler's own event has to be over first.
     QMetaObject::invokeMethod(
         this, [this] { deliver(); }, Qt::QueuedConnection);
   }
+}
+
+bool Dispatcher::isAnythingDue() {
+  down_.missedReleases(
+      [this](QObject& window, const QEvent& release) { held_.hold(window, release, batch_); });
+  return !due_.empty() || !held_.empty();
 }
 
 void Dispatcher::deliver() {
@@ -109,7 +121,7 @@ void Dispatcher::deliver() {
     return;
   }
   const QScopedValueRollback<bool> delivering(delivering_, true);
-  while (!ending_ && (!due_.empty() || !held_.empty())) {
+  while (!ending_ && isAnythingDue()) {
     deliverNext();
   }
   pressed_.clear();
@@ -131,12 +143,20 @@ void Dispatcher::deliverNext() {
 }
 
 bool Dispatcher::eventFilter(QObject* receiver, QEvent* event) {
-  // Input that comes before the delivery has begun must not overtake what is held.
-  const bool holding = depth_ > 0 || (!delivering_ && !held_.empty());
-  if (!holding || !HeldInput::isInput(*event)) {
+  if (!HeldInput::isInput(*event)) {
     return false;
   }
-  if (!receiver->isWidgetType() && !receiver->isWindowType()) {
+  if (held_.announcesDoubleClick() && receiver->isWidgetType() &&
+      event->type() == QEvent::MouseButtonPress) {
+    return true;
+  }
+  const bool comesFromThePerson = depth_ > 0 || !delivering_;
+  if (comesFromThePerson && receiver->isWindowType() && !belongsToModalWindow(*receiver)) {
+    down_.see(*receiver, *event);
+  }
+  // Input that comes before the delivery has begun must not overtake what is held.
+  const bool holding = depth_ > 0 || (!delivering_ && !held_.empty());
+  if (!holding || (!receiver->isWidgetType() && !receiver->isWindowType())) {
     return false;
   }
   if (belongsToModalWindow(*receiver)) {

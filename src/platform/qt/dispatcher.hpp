@@ -8,6 +8,7 @@
 #include <string>
 
 #include "platform/qt/held_input.hpp"
+#include "platform/qt/pressed_buttons.hpp"
 
 namespace quintara {
 
@@ -29,8 +30,10 @@ class Dispatcher final : public QObject {
 
   /// Runs the handler for something the user did with `source`; later, if one is running already.
   void dispatch(QObject& source, const Handler& handler, OnError onError = OnError::GoOn);
-  /// The same for a push button: presses that piled up during one handler count once.
-  void dispatchPress(QObject& button, const Handler& handler);
+  /// The same for a push button. Its presses during a handler are handled one by one, or those of
+  /// one handler's time count once.
+  enum class Presses { Count, PileUp };
+  void dispatchPress(QObject& button, const Handler& handler, Presses presses);
 
   /// Ends the program as soon as no handler is running; what is held back is dropped.
   void end(int exitCode);
@@ -67,6 +70,7 @@ class Dispatcher final : public QObject {
   void released();
   void deliver();
   void deliverNext();
+  [[nodiscard]] bool isAnythingDue();
 
   Report report_;
   int depth_ = 0;
@@ -76,6 +80,7 @@ class Dispatcher final : public QObject {
   int exitCode_ = 0;
   std::deque<Due> due_;
   HeldInput held_;
+  PressedButtons down_;
   unsigned deliveredBatch_ = 0;
   std::set<const QObject*> pressed_;  ///< buttons pressed in the batch that is being delivered
 };

@@ -10,7 +10,7 @@ std::unique_ptr<Control> makeImage(const ControlDesign& design, QWidget& parent,
   auto* widget = new QWidget(&parent);
   prepare(*widget, design);
   widget->hide();
-  return std::make_unique<Image>();
+  return std::make_unique<Image>(design.picture);
 }
 
 }  // namespace quintara

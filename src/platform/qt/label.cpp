@@ -28,13 +28,15 @@ class LabelWidget final : public QLabel {
   const QRect design_;
   const QString meaning_;
   const LabelLook look_;
+  const bool hasFixedText_;
 };
 
 LabelWidget::LabelWidget(const ControlDesign& design, QWidget& parent)
     : QLabel(&parent),
       design_(toPixels(design.left, design.top), toPixelSize(design.width, design.height)),
       meaning_(toQt(design.meaning)),
-      look_(design.look) {
+      look_(design.look),
+      hasFixedText_(!design.caption.empty()) {
   prepare(*this, design);
   setTextFormat(Qt::PlainText);
   setIndent(look_.bordered ? 3 : 0);
@@ -63,11 +65,12 @@ void LabelWidget::show(const QString& caption) {
   grow();
 }
 
-/// Widens a label beyond its place where the caption needs it; never a bordered one, a grid's cell.
+/// Makes a label larger than designed where its font needs that; never a bordered one, a grid's
+/// cell. One that gets its text later keeps its width, as nobody knows how long that will be.
 void LabelWidget::grow() {
   QRect place = design_;
   const QSize wanted = sizeHint();
-  if (!look_.bordered && wanted.width() > place.width()) {
+  if (!look_.bordered && hasFixedText_ && wanted.width() > place.width()) {
     const int growth = wanted.width() - place.width();
     place.adjust(look_.centred ? -growth / 2 : 0, 0, look_.centred ? growth - growth / 2 : growth,
                  0);

@@ -18,6 +18,10 @@ int QtLocaleQuery::GetLocaleInfoA(std::uint32_t /*locale*/, std::int32_t LCType,
                     LCType, buffer, length);
 }
 
+std::string QtLocaleQuery::UCase(const std::string& text) const {
+  return toQt(text).toUpper().toStdString();
+}
+
 Date LocalClock::today() const {
   const QDate date = QDate::currentDate();
   return std::chrono::year(date.year()) / date.month() / date.day();

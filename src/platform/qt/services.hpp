@@ -7,6 +7,7 @@ namespace quintara {
 class QtLocaleQuery final : public LocaleQuery {
  public:
   int GetLocaleInfoA(std::uint32_t locale, std::int32_t LCType, char* buffer, int length) override;
+  [[nodiscard]] std::string UCase(const std::string& text) const override;
 };
 
 class LocalClock final : public Clock {
