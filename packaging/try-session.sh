@@ -14,10 +14,11 @@ as_trader() {
 as_trader tee /tmp/key <"$XAUTHORITY" >/dev/null
 openbox >/dev/null 2>&1 &
 
-# A service of its own, on other ports, makes up a file of prices.
-as_trader quintara-quotes --history-port 9001 --quotes-port 9002 2>/dev/null &
-curl -s -f --retry 10 --retry-connrefused -o "$work/MINE.csv" \
-  "http://127.0.0.1:9001/table.csv?s=DEMO&a=1&b=1&c=$(($(date +%Y) - 1))&d=12&e=31&f=2099&g=d"
+# A service of its own makes up a file of prices.
+socket=$(as_trader quintara-quotes --runtime-folder)/history
+as_trader quintara-quotes 2>/dev/null &
+as_trader curl -s -f --retry 10 --retry-all-errors --unix-socket "$socket" -o - \
+  "http://localhost/table.csv?s=DEMO&a=1&b=1&c=$(($(date +%Y) - 1))&d=12&e=31&f=2099&g=d" >"$work/MINE.csv"
 kill $!
 as_trader mkdir -p "$prices"
 as_trader tee "$prices/MINE.csv" <"$work/MINE.csv" >/dev/null
@@ -46,5 +47,5 @@ wmctrl -i -c "$help"
 
 wmctrl -i -c "$window"
 wait "$launcher"
-[ "$(curl -s -o /dev/null -w '%{http_code}' http://127.0.0.1:8470/ || true)" = 000 ]
+! as_trader curl -s --unix-socket "$socket" http://localhost/
 echo "window closed, service stopped"

@@ -28,11 +28,11 @@ set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 
 # Libraries that the programs and modules are linked with are computed. What they load or start by
-# name has to be listed. flock, setsid and setpriv of the launcher are in every Debian system.
+# name has to be listed. flock, lslocks, setsid and setpriv of the launcher are in every Debian system.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(needed
   ca-certificates    # whom the service trusts when it asks a provider
-  curl               # the launcher asks who answers on the ports
+  curl               # the launcher asks whether the service answers
   fonts-dejavu-core  # what "sans" means to the help; with Liberation alone it is fixed-width
   fonts-liberation   # the sans font the layout is drawn for
   "libcurl4 (>= 7.85)"  # window and service load it with their first transfer

@@ -2,20 +2,19 @@
 # A trader's session with the real program and the real quote service, by input events alone: draw,
 # resize, drag swing points off the chart, calculate, show levels, change the chart type, clear, help.
 # What it sees it reads from the screen and the clipboard.
-# Usage: trader.sh FOLDER-OF-THE-PROGRAMS HISTORY-PORT QUOTES-PORT LOCALE [FOLDER-FOR-SCREENSHOTS]
+# Usage: trader.sh FOLDER-OF-THE-PROGRAMS LOCALE [FOLDER-FOR-SCREENSHOTS]
 set -u
 if [ -z "${TRADER_DISPLAY:-}" ]; then
   TRADER_DISPLAY=1 exec xvfb-run -a -s "-screen 0 1280x1000x24" "$0" "$@"
 fi
 programs=$1
-export QUINTARA_HISTORY_PORT=$2 QUINTARA_QUOTES_PORT=$3
-locale=$4  # need not be generated on this machine: only the program is told
-shots=${5:-$(mktemp -d)}
+locale=$2  # need not be generated on this machine: only the program is told
+shots=${3:-$(mktemp -d)}
 mkdir -p "$shots"
 here=$(dirname "$0")
-export XDG_RUNTIME_DIR=$shots/runtime XDG_DATA_HOME=$shots/data XDG_CONFIG_HOME=$shots/config
+XDG_RUNTIME_DIR=$(mktemp -d)  # a short name: a socket's has to be
+export XDG_RUNTIME_DIR XDG_DATA_HOME=$shots/data XDG_CONFIG_HOME=$shots/config
 export QT_QPA_PLATFORM=xcb
-mkdir -p -m 700 "$XDG_RUNTIME_DIR"
 
 check() {  # check WHAT CONDITION...
   "${@:2}" || { echo "FAILED: $1 (${*:2})"; exit 1; }
@@ -51,7 +50,7 @@ text_of() {  # what stands in the text box at a place
 openbox >/dev/null 2>&1 &
 LC_ALL=$locale setsid "$here/../../scripts/launcher.sh" --programs "$programs" >"$shots/program.log" 2>&1 &
 launcher=$!
-trap 'kill "$launcher" 2>/dev/null; wait "$launcher" 2>/dev/null' EXIT
+trap 'kill "$launcher" 2>/dev/null; wait "$launcher" 2>/dev/null; rm -rf "$XDG_RUNTIME_DIR"' EXIT
 window=$(timeout 60 xdotool search --sync --onlyvisible --name '^Quintara - Version 2.00.01$')
 [ -n "$window" ] || cat "$shots/program.log"
 check "a window opens" [ -n "$window" ]
@@ -125,4 +124,4 @@ check "and closes" [ -z "$(xdotool search --onlyvisible --class quintara-help)" 
 wmctrl -i -c "$window"
 timeout 10 tail --pid="$launcher" -f /dev/null
 ! kill -0 "$launcher" 2>/dev/null || check "the program has ended" false
-! curl -q -s --noproxy '*' "http://127.0.0.1:$2/" || check "so has the service it started" false
+check "so has the service it started" flock -n "$XDG_RUNTIME_DIR/quintara/service.lock" true
