@@ -100,9 +100,8 @@ void Transfer::State::setLimits(const TransferRequest& request) {
   set(CURLOPT_DISALLOW_USERNAME_IN_URL, 1L);
   set(CURLOPT_FAILONERROR, request.refuseErrors ? 1L : 0L);
   set(CURLOPT_NOSIGNAL, 1L);
-  set(CURLOPT_QUICK_EXIT, 1L);  // no waiting for a name that does not resolve
-  // A service may have few workers; none should wait for a request that never comes.
-  set(CURLOPT_FORBID_REUSE, 1L);
+  // No waiting for a name that does not resolve; unknown to libcurl before 7.87, which then waits.
+  curl().easySetOption(easy.get(), CURLOPT_QUICK_EXIT, 1L);
 }
 
 void Transfer::State::setCallbacks() {
