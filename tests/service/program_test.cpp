@@ -44,7 +44,7 @@ TEST(Program, ServesUntilASignalAndKeepsItsPortsFromOthers) {
     constexpr auto kBegin = "quintara-quotes: listening on 127.0.0.1:%d (history) and 127.0.0.1:%d";
     ASSERT_EQ(std::sscanf(program.line().c_str(), kBegin, &history, &quotes), 2);
     EXPECT_THAT(program.line(), HasSubstr("no folder /home/trader/.local/share/quintara/prices"));
-    EXPECT_THAT(wholeReply(quotes, "GET /d/quotes.csv?s=DEMO HTTP/1.1\r\n\r\n"),
+    EXPECT_THAT(wholeReply(quotes, "GET /d/quotes.csv?s=DEMO HTTP/1.1\r\nHost: localhost\r\n\r\n"),
                 HasSubstr("\r\n\r\n\"DEMO\","));
     const Program second("--history-port 0 --quotes-port " + std::to_string(history));
     EXPECT_THAT(second.line(), HasSubstr("port " + std::to_string(history)));
@@ -65,7 +65,8 @@ TEST(Program, IsTheOneOfItsUserOnSocketsThatNobodyElseCanOpen) {
                 HasSubstr("listening on " + history + " (history) and " + quotes + " (quotes)"));
     EXPECT_THAT(wholeReply(quotes, "GET /d/quotes.csv?s=DEMO HTTP/1.1\r\nHost: quotes\r\n\r\n"),
                 StartsWith("HTTP/1.1 200 "));
-    EXPECT_THAT(wholeReply(history, "GET / HTTP/1.1\r\n\r\n"), StartsWith("HTTP/1.1 404 "));
+    EXPECT_THAT(wholeReply(history, "GET / HTTP/1.1\r\nHost: localhost\r\n\r\n"),
+                StartsWith("HTTP/1.1 404 "));
     EXPECT_EQ(std::filesystem::status(history).permissions(), std::filesystem::perms{0600});
     const Program second("--history-port 0", "/nowhere", here);
     EXPECT_THAT(second.line(), HasSubstr("another quote service of yours runs already"));
@@ -82,7 +83,8 @@ TEST(Program, AnswersWithoutDescriptorsForAllWhoConnect) {
   std::sscanf(program.line().c_str(), "quintara-quotes: listening on 127.0.0.1:%d", &history);
   std::vector<FileHandle> crowd(60);
   std::generate(crowd.begin(), crowd.end(), [&] { return connected(history); });
-  EXPECT_THAT(wholeReply(history, "GET / HTTP/1.1\r\n\r\n"), StartsWith("HTTP/1.1 404 "));
+  EXPECT_THAT(wholeReply(history, "GET / HTTP/1.1\r\nHost: localhost\r\n\r\n"),
+              StartsWith("HTTP/1.1 404 "));
   ::kill(program.child, SIGTERM);
   EXPECT_EQ(program.exit(), 0);
 }

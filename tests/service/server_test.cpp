@@ -21,11 +21,14 @@ using testing::HasSubstr;
 using testing::StartsWith;
 using Clock = std::chrono::steady_clock;
 
+const std::string kHost = "Host: localhost\r\n";
+const std::string kRest = " HTTP/1.1\r\n" + kHost + "\r\n";
+
 std::string tableOf(const std::string& ticker) {
-  return "GET /table.csv?s=" + ticker + "&a=1&b=1&c=1900&d=12&e=31&f=2099&g=d HTTP/1.1\r\n\r\n";
+  return "GET /table.csv?s=" + ticker + "&a=1&b=1&c=1900&d=12&e=31&f=2099&g=d" + kRest;
 }
 std::string quoteOf(const std::string& ticker) {
-  return "GET /d/quotes.csv?s=" + ticker + "&f=sl1d1t1c1ohgv&e=.csv HTTP/1.1\r\n\r\n";
+  return "GET /d/quotes.csv?s=" + ticker + "&f=sl1d1t1c1ohgv&e=.csv" + kRest;
 }
 
 // A price file in which every price of every day is the same.
@@ -52,29 +55,31 @@ struct ServerTest : testing::Test {
 };
 
 TEST_F(ServerTest, AnswersWhatIsForItAndSignsEveryReply) {
-  const std::string table = "GET /table.csv HTTP/1.1\r\n";
+  const std::string bare = "GET /table.csv HTTP/1.1\r\n";
+  const std::string table = bare + kHost;
   for (const auto& [request, status] : std::map<std::string, const char*>{
            {tableOf("A+B"), "200"},
            {quoteOf("A+B"), "404"},  // that is for the other port
-           {"POST /table.csv HTTP/1.1\r\nContent-Length: 9999999999\r\n\r\nabc", "405"},
-           {table + "Host: rebound.example\r\n\r\n", "403"},
-           {table + "Host: localhost\r\nHost: a.example\r\n\r\n", "403"},
+           {"POST /table.csv HTTP/1.1\r\n" + kHost + "Content-Length: 9999999999\r\n\r\nabc",
+            "405"},
+           {bare + "Host: rebound.example\r\n\r\n", "403"},
            {table + "Origin: null\r\n\r\n", "403"},
            {table + "referer: http://localhost/\r\n\r\n", "403"},
            {table + "Sec-Fetch-Site: same-origin\r\n\r\n", "403"},
            {table + "Sec-Fetch-Site: none\r\n\r\n", "400"},
-           {table + "hOST: Localhost:1\r\n\r\n", "400"},
+           {bare + "hOST: Localhost:1\r\n\r\n", "400"},
            {table + "Range: bytes=0-1\r\nExpect: 100-continue\r\n\r\n", "400"},
            {table + "Content-Length: 3\r\n\r\nabc", "400"},
            {table + "Transfer-Encoding: chunked\r\n\r\n3\r\nabc\r\n", "400"},
-           {"GET /\x1b[2J HTTP/1.1\r\n\r\n", "404"}}) {
+           {"GET /\x1b[2J" + kRest, "404"}}) {
     EXPECT_THAT(wholeReply(server.historyPort(), request),
                 testing::AllOf(StartsWith(std::string("HTTP/1.1 ") + status),
                                HasSubstr("\r\nServer: quintara-quotes/" QUINTARA_VERSION "\r\n"),
                                HasSubstr("\r\nConnection: close\r\n")))
         << request;
   }
-  for (const auto& request : {"X: " + std::string(17'000, 'x'), std::string("rubbish")}) {
+  for (const std::string& request :
+       {"X: " + std::string(17'000, 'x'), std::string("rubbish"), std::string("Host: a.example")}) {
     const std::string answer = ask(server.historyPort(), table + request + "\r\n\r\n");
     EXPECT_TRUE(answer.empty() || answer.starts_with("HTTP/1.1 4")) << answer;
   }
@@ -93,10 +98,10 @@ TEST_F(ServerTest, RefusesAnotherUserWhoReachesASocket) {
   const std::string path = folder.path / "open";
   std::filesystem::permissions(folder.path, std::filesystem::perms::all);
   std::filesystem::permissions(path, std::filesystem::perms::all);
-  EXPECT_THAT(ask(path, "GET / HTTP/1.1\r\n\r\n"), EndsWith("prices"));
+  EXPECT_THAT(ask(path, "GET /" + kRest), EndsWith("prices"));
   std::thread([&] {
     ::syscall(SYS_setresuid, -1, 65534, -1);  // of this thread alone
-    EXPECT_EQ(ask(path, "GET / HTTP/1.1\r\n\r\n"), "");
+    EXPECT_EQ(ask(path, "GET /" + kRest), "");
   }).join();
 }
 
@@ -164,7 +169,7 @@ TEST_F(ServerTest, StopsWithClientsConnectedAndStartsAgain) {
   std::this_thread::sleep_for(milliseconds{300});
   const auto stopping = Clock::now();
   server.stop();
-  EXPECT_LT(Clock::now() - stopping, milliseconds{3000});
+  EXPECT_LT(Clock::now() - stopping, milliseconds{5000});
   EXPECT_EQ(receive(idle) + receive(half), "");
   EXPECT_FALSE(server.failed());
   server.start();
