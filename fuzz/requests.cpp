@@ -60,6 +60,7 @@ class Prices {
 
 /// Knows no ticker, but sees that each one that was let through is harmless as a file's name.
 struct Gatekeeper : PriceSource {
+  std::string name() const override { return "gatekeeper"; }
   Found find(const std::string& ticker, Day) override {
     check(!ticker.empty() && ticker.size() <= 100, "a ticker has 1 to 100 bytes");
     check(ticker.find("..") == ticker.npos && ticker.find_first_of("/\\,\"") == ticker.npos,

@@ -1,11 +1,12 @@
 #include "service/check.hpp"
 
+#include <algorithm>
+#include <array>
 #include <ostream>
 
 #include "service/desk/replies.hpp"
 #include "service/desk/request.hpp"
 #include "service/prices/bars.hpp"
-#include "service/provider/provider.hpp"
 #include "service/text/text.hpp"
 
 namespace quintara::quotes {
@@ -13,62 +14,103 @@ namespace {
 
 constexpr std::size_t kShownBars = 5;
 
-void write(const char* name, const PriceRows& rows, std::ostream& out) {
-  out << name << ": " << rows.bars.size() << " good rows, " << rows.badLines << " bad ones\n";
-  for (const std::string& complaint : rows.complaints) {
-    out << "  " << complaint << "\n";
-  }
-  if (rows.badLines > rows.complaints.size()) {
-    out << "  and " << rows.badLines - rows.complaints.size() << " more\n";
-  }
-  if (rows.cutPrices > 0) {
-    out << "  rows with a price of more than ten digits, rounded to ten: " << rows.cutPrices
-        << "\n";
-  }
-  if (rows.cutVolumes > 0) {
-    out << "  rows with a volume too large to be kept: " << rows.cutVolumes << "\n";
+// How far the charts of the window reach back, the shortest first.
+struct Reach {
+  const char* chart;
+  std::chrono::months months;
+  std::chrono::weeks weeks;
+};
+constexpr std::array<Reach, 6> kReaches{{
+    {"Daily, 6 months", std::chrono::months{6}, {}},
+    {"Daily, 12 months", std::chrono::months{12}, {}},
+    {"Daily, 18 months", std::chrono::months{18}, {}},
+    {"Daily, 24 months", std::chrono::months{24}, {}},
+    {"Weekly", {}, std::chrono::weeks{220}},
+    {"Monthly", std::chrono::months{120}, {}},
+}};
+
+bool reaches(const Reach& reach, Day today, Day day) {
+  const std::chrono::year_month_day date{today};
+  const auto month = date.year() / date.month() - reach.months;
+  const auto last = (month / std::chrono::last).day();
+  return Day{month / std::min(date.day(), last)} - reach.weeks <= day;
+}
+
+// Writes nothing if every chart shows something of it.
+void writeReach(const DailyBars& bars, Day today, std::ostream& out) {
+  const auto* shortest = std::find_if(kReaches.begin(), kReaches.end(), [&](const Reach& reach) {
+    return reaches(reach, today, bars.back().date);
+  });
+  if (shortest == kReaches.end()) {
+    out << "No chart reaches back to the newest day, " << tableDate(bars.back().date) << ".\n";
+  } else if (shortest != kReaches.begin()) {
+    out << "The newest day is too old for a chart shorter than: " << shortest->chart << ".\n";
   }
 }
 
-void writeBars(DailyBars bars, const std::string& ticker, Day today, std::ostream& out) {
-  out << "From " << tableDate(bars.front().date) << " to " << tableDate(bars.back().date)
-      << ", the newest days:\n";
+// Returns whether a chart can have any of them.
+bool writeBars(DailyBars bars, const std::string& ticker, Day today, std::ostream& out) {
+  out << spanText(bars) << ", the newest:\n";
   out << tableText(bars, bars.at(bars.size() - std::min(kShownBars, bars.size())).date);
   cutAfter(bars, today);
-  if (!bars.empty()) {
-    out << "The quote that a chart gets: " << quoteText(ticker, bars, today);
+  if (bars.empty()) {
+    out << "All days lie after today: there is nothing to chart.\n";
+    return false;
+  }
+  writeReach(bars, today, out);
+  out << "The quote that a chart gets: " << quoteText(ticker, bars, today);
+  return true;
+}
+
+// Why there are no bars.
+std::string reasonOf(const Found& found, const std::string& ticker) {
+  if (const auto* unusable = std::get_if<Unusable>(&found)) {
+    return unusable->reason;
+  }
+  if (const auto* failed = std::get_if<Failed>(&found)) {
+    return failed->reason;
+  }
+  const std::string& reason = std::get<NotFound>(found).reason;
+  return "nothing for " + escaped(ticker) + (reason.empty() ? "" : ": " + reason);
+}
+
+// A source that the service never asks, because one before it has answered.
+void writeHidden(PriceSource& source, const std::string& ticker, Day today, std::ostream& out) {
+  const Found found = source.find(ticker, today);
+  if (const auto* bars = std::get_if<DailyBars>(&found)) {
+    out << "This hides what " << source.name() << " has: " << spanText(*bars) << ".\n";
+  } else if (!std::holds_alternative<NotFound>(found)) {
+    out << "Not needed: " << source.name() << ": " << reasonOf(found, ticker) << "\n";
   }
 }
 
 }  // namespace
 
-bool checkProvider(const ProviderSettings& settings, const std::string& text, Day today,
-                   std::ostream& out) {
-  if (text.find('/') != text.npos) {
-    throw Refusal(404, "a symbol cannot contain /");
+bool check(const SourceSettings& settings, const std::string& symbol, Day today,
+           std::ostream& out) {
+  const std::string ticker = parseTicker(symbol);
+  const PriceSources sources = standardSources(settings, {});
+  Found answer = NotFound{};
+  bool answered = false;
+  for (const auto& source : sources) {
+    if (answered) {
+      writeHidden(*source, ticker, today, out);
+      continue;
+    }
+    out << "Asked " << source->name() << ":\n";
+    answer = source->explain(ticker, today, out);
+    answered = !std::holds_alternative<NotFound>(answer);
+    out << "  "
+        << (std::holds_alternative<DailyBars>(answer)
+                ? "This is the answer for " + escaped(ticker) + "."
+                : reasonOf(answer, ticker))
+        << "\n";
   }
-  const std::string ticker = parseTicker(text);
-  const Provider provider(settings, {});
-  const ProviderReply reply = provider.ask(ticker, today, provider.deadline());
-  out << "Asked " << escaped(provider.host()) << " for " << escaped(ticker) << "\n";
-  write("Table", reply.table, out);
-  if (reply.quote) {
-    write("Quote", *reply.quote, out);
+  const auto* bars = std::get_if<DailyBars>(&answer);
+  if (bars == nullptr) {
+    out << "No prices for " << escaped(ticker) << ".\n";
   }
-  if (!reply.noQuote.empty()) {
-    out << "Quote: " << reply.noQuote << "\n";
-  }
-  if (const auto* bars = std::get_if<DailyBars>(&reply.found)) {
-    writeBars(*bars, ticker, today, out);
-    return true;
-  }
-  out << "No prices: ";
-  if (const auto* failed = std::get_if<Failed>(&reply.found)) {
-    out << failed->reason << "\n";
-  } else {
-    out << "the provider does not know it: " << std::get<NotFound>(reply.found).reason << "\n";
-  }
-  return false;
+  return bars != nullptr && writeBars(*bars, ticker, today, out);
 }
 
 }  // namespace quintara::quotes

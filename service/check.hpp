@@ -3,13 +3,13 @@
 #include <iosfwd>
 #include <string>
 
-#include "service/provider/provider_settings.hpp"
+#include "service/desk/standard_sources.hpp"
 
 namespace quintara::quotes {
 
-/// Asks the provider for one ticker and writes what came of it for the trader who wrote the
-/// settings. Returns whether there are prices. Throws Refusal for a ticker that cannot exist.
-bool checkProvider(const ProviderSettings& settings, const std::string& ticker, Day today,
-                   std::ostream& out);
+/// Asks the sources for one ticker in the order in which the service does, and writes for the
+/// trader what came of it: who answers, how the answer was read, whom it hides, and what a chart
+/// gets. Returns whether there are prices. Throws Refusal for a ticker that cannot exist.
+bool check(const SourceSettings& settings, const std::string& symbol, Day today, std::ostream& out);
 
 }  // namespace quintara::quotes

@@ -6,6 +6,8 @@
 
 #include "runtime/runtime_folder.hpp"
 #include "service/check.hpp"
+#include "service/commands/add_prices.hpp"
+#include "service/commands/list_prices.hpp"
 #include "service/desk/user_settings.hpp"
 #include "service/options.hpp"
 #include "service/server.hpp"
@@ -51,6 +53,29 @@ int serve(const ServerSettings& settings) {
   return 0;
 }
 
+const std::filesystem::path& priceFolder(const SourceSettings& sources) {
+  if (sources.prices.empty()) {
+    throw BadSettings("neither HOME nor XDG_DATA_HOME says where own prices are; --prices does");
+  }
+  return sources.prices;
+}
+
+int checkSymbol(const Options& options) {
+  SourceSettings sources = options.settings.sources;
+  sources.log =
+      Log(LogLevel::Error, [](const std::string&) {});  // what it says stands in the report
+  if (check(sources, options.ticker, localToday(), std::cout)) {
+    return 0;
+  }
+  if (!sources.provider && sources.providerProblem.empty()) {
+    std::cout << "No provider was asked: there are no settings for one";
+    std::cout << (options.providerFile.empty() ? ""
+                                               : " in " + escaped(options.providerFile.string()));
+    std::cout << ".\n";
+  }
+  return sources.providerProblem.empty() ? kFailed : kBadSetting;
+}
+
 int run(int argc, char** argv) {
   Options options = parseOptions(argc, argv);
   SourceSettings& sources = options.settings.sources;
@@ -63,14 +88,11 @@ int run(int argc, char** argv) {
       return 0;
     case Options::Action::Check:
       readProvider(options.providerFile, options.providerNamed, sources);
-      if (!sources.provider) {
-        throw BadSettings(sources.providerProblem.empty()
-                              ? "there are no settings of a provider in " +
-                                    escaped(options.providerFile.string())
-                              : sources.providerProblem);
-      }
-      return checkProvider(*sources.provider, options.ticker, localToday(), std::cout) ? 0
-                                                                                       : kFailed;
+      return checkSymbol(options);
+    case Options::Action::List:
+      return listPrices(priceFolder(sources), std::cout) ? 0 : kFailed;
+    case Options::Action::Add:
+      return addPrices(priceFolder(sources), options.add, localToday(), std::cout) ? 0 : kFailed;
     case Options::Action::RuntimeFolder:
       std::cout << quintara::runtimeFolder() << "\n";
       return 0;

@@ -4,18 +4,20 @@
 #include <stdexcept>
 #include <string>
 
+#include "service/commands/add_prices.hpp"
 #include "service/server.hpp"
 
 namespace quintara::quotes {
 
 /// What the command line asks for.
 struct Options {
-  enum class Action { Serve, Check, RuntimeFolder, Help, Version };
+  enum class Action { Serve, Check, List, Add, RuntimeFolder, Help, Version };
   Action action = Action::Serve;
   ServerSettings settings;
   std::filesystem::path providerFile;  ///< empty if the user has no place for it
   bool providerNamed = false;          ///< on the command line, so that the file has to be there
   std::string ticker;                  ///< to check
+  AddRequest add;
 };
 
 struct BadFlag : std::runtime_error {

@@ -25,7 +25,7 @@ void Server::start() {
   stop();
   stop_ = std::stop_source();
   desk_ = std::make_unique<QuoteDesk>(standardSources(settings_.sources, stop_.get_token()),
-                                      settings_.today);
+                                      settings_.today, settings_.sources.log);
   std::unique_ptr<OwnSockets> sockets;
   if (!settings_.historyPort || !settings_.quotesPort) {
     sockets = std::make_unique<OwnSockets>(runtimeFolder());

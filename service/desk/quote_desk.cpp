@@ -10,29 +10,37 @@
 
 namespace quintara::quotes {
 
-QuoteDesk::QuoteDesk(PriceSources sources, Today today)
-    : sources_(std::move(sources)), today_(std::move(today)) {}
+QuoteDesk::QuoteDesk(PriceSources sources, Today today, Log log)
+    : sources_(std::move(sources)), today_(std::move(today)), log_(std::move(log)) {}
 
 std::string QuoteDesk::table(std::string_view target) const {
   const TableRequest request = parseTableRequest(target);
   const Day today = today_();
   const bool daily = request.interval == Interval::Daily;
   const Day latest = daily ? today - std::chrono::days{1} : today;
-  const DailyBars bars = barsUntil(std::min(request.last, latest), request.ticker, today);
+  const Day last = std::min(request.last, latest);
+  DailyBars bars = barsOf(request.ticker, today);
+  const std::string all = spanText(bars);
+  cutAfter(bars, last);
+  if (bars.empty() || bars.back().date < request.first) {
+    log_.warning(escaped(request.ticker) + " has " + all + ", but none within " +
+                 tableDate(request.first) + " to " + tableDate(last));
+  }
   return tableText(aggregated(bars, request.interval), request.first);
 }
 
 std::string QuoteDesk::quote(std::string_view target) const {
   const std::string ticker = parseQuoteRequest(target);
   const Day today = today_();
-  const DailyBars bars = barsUntil(today, ticker, today);
+  DailyBars bars = barsOf(ticker, today);
+  cutAfter(bars, today);
   if (bars.empty()) {
     throw Refusal(404, "no prices for " + escaped(ticker) + " until today");
   }
   return quoteText(ticker, bars, today);
 }
 
-DailyBars QuoteDesk::barsUntil(Day last, const std::string& ticker, Day today) const {
+DailyBars QuoteDesk::barsOf(const std::string& ticker, Day today) const {
   std::string reason;  // the last that a source gave for not knowing the ticker
   for (const auto& source : sources_) {
     Found found = source->find(ticker, today);
@@ -43,7 +51,6 @@ DailyBars QuoteDesk::barsUntil(Day last, const std::string& ticker, Day today) c
       throw Refusal(502, failed->reason);
     }
     if (auto* bars = std::get_if<DailyBars>(&found)) {
-      cutAfter(*bars, last);
       return std::move(*bars);
     }
     if (const std::string& why = std::get<NotFound>(found).reason; !why.empty()) {

@@ -7,6 +7,7 @@
 
 #include "service/prices/calendar.hpp"
 #include "service/sources/price_source.hpp"
+#include "service/system/log.hpp"
 
 namespace quintara::quotes {
 
@@ -17,7 +18,8 @@ using PriceSources = std::vector<std::unique_ptr<PriceSource>>;
 /// targets and the status in a Refusal, which both functions throw. May be used by several threads.
 class QuoteDesk {
  public:
-  QuoteDesk(PriceSources sources, Today today);
+  /// `log` hears of tables without a row although there are prices.
+  QuoteDesk(PriceSources sources, Today today, Log log = Log(LogLevel::Warning));
 
   /// A bar of today is not in a daily table: it is the quote, which the reader puts in front of the
   /// table. It does count in the week and month under way. A week or month is in the table when its
@@ -26,10 +28,12 @@ class QuoteDesk {
   std::string quote(std::string_view target) const;
 
  private:
-  DailyBars barsUntil(Day last, const std::string& ticker, Day today) const;
+  /// Never without a bar.
+  DailyBars barsOf(const std::string& ticker, Day today) const;
 
   PriceSources sources_;
   Today today_;
+  Log log_;
 };
 
 }  // namespace quintara::quotes

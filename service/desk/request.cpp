@@ -98,7 +98,9 @@ std::string parseTicker(std::string_view ticker) {
     throw Refusal(400, "the ticker (s) is longer than 100 bytes");
   }
   if (!canExist(ticker)) {
-    throw Refusal(404, "no prices for " + escaped(ticker));
+    throw Refusal(404,
+                  "no prices for " + escaped(ticker) +
+                      ": no ticker has a slash, comma, quotation mark, control character or ..");
   }
   return upperCase(ticker);
 }

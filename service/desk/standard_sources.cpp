@@ -13,6 +13,7 @@ class UnusableProvider : public PriceSource {
   explicit UnusableProvider(const std::string& problem)
       : reason_("the settings of the provider cannot be used: " + problem) {}
 
+  std::string name() const override { return "the provider"; }
   Found find(const std::string&, Day) override { return Failed{reason_}; }
 
  private:

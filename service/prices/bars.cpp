@@ -30,4 +30,9 @@ DailyBars aggregated(const DailyBars& days, Interval interval) {
   return bars;
 }
 
+std::string spanText(const DailyBars& days) {
+  return std::to_string(days.size()) + (days.size() == 1 ? " day" : " days") + " from " +
+         tableDate(days.front().date) + " to " + tableDate(days.back().date);
+}
+
 }  // namespace quintara::quotes

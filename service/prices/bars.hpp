@@ -14,4 +14,7 @@ void cutAfter(DailyBars& bars, Day last);
 /// are.
 DailyBars aggregated(const DailyBars& days, Interval interval);
 
+/// "250 days from 5-Nov-25 to 20-Nov-26". There has to be a bar.
+std::string spanText(const DailyBars& days);
+
 }  // namespace quintara::quotes

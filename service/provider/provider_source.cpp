@@ -1,8 +1,10 @@
 #include "service/provider/provider_source.hpp"
 
 #include <algorithm>
+#include <ostream>
 #include <utility>
 
+#include "service/prices/report.hpp"
 #include "service/text/text.hpp"
 
 namespace quintara::quotes {
@@ -37,6 +39,24 @@ ProviderSource::ProviderSource(ProviderSettings settings, Log log, std::stop_tok
   if (!secure && (keyInUrl || !checked.header.empty())) {
     log_.warning("the key travels unencrypted; use https if the provider has it");
   }
+}
+
+std::string ProviderSource::name() const { return "the provider at " + escaped(provider_.host()); }
+
+Found ProviderSource::explain(const std::string& ticker, Day today, std::ostream& out) {
+  ProviderReply reply = provider_.ask(ticker, today, provider_.deadline());
+  if (!reply.table.isEmpty()) {
+    out << "  Table\n";
+    reportRows(reply.table, out);
+  }
+  if (reply.quote) {
+    out << "  Quote\n";
+    reportRows(*reply.quote, out);
+  }
+  if (!reply.noQuote.empty()) {
+    out << "  Quote: " << reply.noQuote << "\n";
+  }
+  return std::move(reply.found);
 }
 
 Found ProviderSource::find(const std::string& ticker, Day today) {

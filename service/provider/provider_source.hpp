@@ -25,7 +25,9 @@ class ProviderSource : public PriceSource {
 
   ProviderSource(ProviderSettings settings, Log log, std::stop_token stop = {});
 
+  std::string name() const override;
   Found find(const std::string& ticker, Day today) override;
+  Found explain(const std::string& ticker, Day today, std::ostream& out) override;
 
  private:
   using Clock = std::chrono::steady_clock;

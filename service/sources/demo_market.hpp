@@ -9,6 +9,7 @@ namespace quintara::quotes {
 /// alone. The bars found are those of the eleven years up to `today`.
 class DemoMarket : public PriceSource {
  public:
+  std::string name() const override { return "the demonstration market"; }
   Found find(const std::string& ticker, Day today) override;
 };
 

@@ -9,19 +9,22 @@
 
 namespace quintara::quotes {
 
-/// The trader's own prices: one file TICKER.csv, TICKER.txt or TICKER.tsv for a ticker, the name in
-/// any case, straight in one folder; of several the first in this order is read, and the log names
-/// the others. Read anew for every request, so that a changed file counts at once. Only regular
-/// files of at most 32 MB are read; links, devices and pipes are not followed or waited for.
+/// The trader's own prices: one file for a ticker in one folder; of several the first is read, and
+/// the log names the others. Read anew for every request, so that a changed file counts at once.
 class PriceFolder : public PriceSource {
  public:
   /// Once `stop` is requested files are refused instead of read: clients that wait for their turn
   /// with large ones must not hold up the end of the service.
   PriceFolder(std::filesystem::path folder, Log log, std::stop_token stop = {});
 
+  std::string name() const override;
   Found find(const std::string& ticker, Day today) override;
+  Found explain(const std::string& ticker, Day today, std::ostream& out) override;
 
  private:
+  template <class See>
+  Found ask(const std::string& ticker, const See& see);
+
   const std::filesystem::path folder_;
   const Log log_;
   const std::stop_token stop_;

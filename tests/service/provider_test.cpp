@@ -270,17 +270,23 @@ TEST_F(ProviderTest, ItsBadSettingsStopOnlyWhatNobodyElseKnows) {
 TEST_F(ProviderTest, ShowsWhatIsWrongWithTheRepliesForOneSymbol) {
   std::ostringstream out;
   table += kKey + ",1,1,1,1\n";
-  EXPECT_TRUE(checkProvider(settings(), "good", kSunday, out));
-  EXPECT_THAT(out.str(), HasSubstr("Asked 127.0.0.1 for GOOD\nTable: 1 good rows, 1 bad ones\n"
-                                   "  line 3: Date \"***\" is not understood\nFrom 19-Nov-26 to "));
+  SourceSettings all;
+  all.provider = settings();
+  EXPECT_TRUE(check(all, "good", kSunday, out));
+  EXPECT_THAT(
+      out.str(),
+      HasSubstr("Asked the provider at 127.0.0.1:\n  Table\n  Days: 1 of 1 rows; rows left out: 1\n"
+                "    line 3: Date \"***\" is not understood\n"
+                "  This is the answer for GOOD.\n1 day from 19-Nov-26 to "));
   EXPECT_THAT(out.str(), HasSubstr("The quote that a chart gets: \"GOOD\",2.00,\"11/19/2026\","));
   quote = kHeader + "2026-11-18,3,4,2,3.5,9\n";
   for (const auto& [code, expected] : std::map<int, const char*>{
-           {200, "\nQuote: older than the table, not used\nFrom 19-Nov-26"},
-           {404, "\nQuote: none, HTTP status 404: Date,Open"},
-           {500, "\nNo prices: 127.0.0.1: GOOD: quote: HTTP status 500: Date,Open"}}) {
+           {200, "\n  Quote: older than the table, not used\n"},
+           {404, "\n  Quote: none, HTTP status 404: Date,Open"},
+           {500, "\n  127.0.0.1: GOOD: quote: HTTP status 500: Date,Open"}}) {
     quoteStatus = code;
-    checkProvider(settings("quote_url = " + at("/quote?{symbol}")), "good", kSunday, out);
+    all.provider = settings("quote_url = " + at("/quote?{symbol}"));
+    check(all, "good", kSunday, out);
     EXPECT_THAT(out.str(), HasSubstr(expected));
   }
 }

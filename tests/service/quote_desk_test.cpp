@@ -37,7 +37,7 @@ struct QuoteDeskTest : testing::Test {
   Day today{};
   const Log log{LogLevel::Warning, [this](const std::string& line) { logged += line; }};
   const SourceSettings settings{folder.path, std::nullopt, log};
-  const QuoteDesk desk{standardSources(settings, {}), [this] { return today; }};
+  const QuoteDesk desk{standardSources(settings, {}), [this] { return today; }, log};
 };
 
 TEST_F(QuoteDeskTest, AnswersWithTheBarsOfTheDatesAskedFor) {
@@ -123,6 +123,9 @@ TEST_F(QuoteDeskTest, FindsFilesInAnyCaseAndSeesTheirChanges) {
   folder.write("Brk.b.Csv", kHeader + "2026-11-05,1,3,1,3\n2026-11-04,1\n");
   EXPECT_THAT(reply("2026-11-06", "q?s=brk.b"), HasSubstr(",3.00,"));
   EXPECT_EQ(logged, "quintara-quotes: warning: Brk.b.Csv: bad lines left out: 1\n");
+  EXPECT_EQ(reply("2026-11-06", "t?s=.X&a=10&b=1&c=2026&d=11&e=6&f=2026&g=d"), kHeader);
+  EXPECT_THAT(logged, HasSubstr(".X has 1 day from 27-Sep-26 to 27-Sep-26, but none within"
+                                " 1-Oct-26 to 5-Nov-26\n"));
 }
 
 DailyBars simulated(const char* ticker, Day today) {
