@@ -141,6 +141,7 @@ void inProcesses(std::size_t count, std::size_t jobs,
   }
   while (!workers.empty()) {
     std::vector<pollfd> waiting;
+    waiting.reserve(workers.size());
     for (const auto& worker : workers) {
       waiting.push_back({worker->pipe(), POLLIN, 0});
     }

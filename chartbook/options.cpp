@@ -117,6 +117,7 @@ constexpr std::array kFlags{
 
 std::vector<option> forGetopt() {
   std::vector<option> flags;
+  flags.reserve(kFlags.size() + 1);
   for (const Flag& flag : kFlags) {
     flags.push_back({flag.name, flag.hasValue ? required_argument : no_argument, nullptr,
                      static_cast<int>(flags.size()) + 1});

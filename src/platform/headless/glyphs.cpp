@@ -73,7 +73,7 @@ FreeTypeGlyphs::FreeTypeGlyphs(double devicePixelRatio, float points, bool bold)
   // The font's own measures, each rounded, as the window has them; a size's are larger.
   const FT_Face form = fonts_->form;
   const auto measure = [&](FT_Short units) {
-    return wholePixels(FT_MulDiv(units, pixels * 64, form->units_per_EM));
+    return wholePixels(FT_MulDiv(units, FT_Long{pixels} * 64, form->units_per_EM));
   };
   ascent_ = measure(form->ascender);
   lineHeight_ = ascent_ - measure(form->descender);
