@@ -20,7 +20,9 @@ struct Opened {
   Opened(const Opened&) = delete;
   Opened& operator=(const Opened&) = delete;
   ~Opened() {
-    if (descriptor >= 0) ::close(descriptor);
+    if (descriptor >= 0) {
+      ::close(descriptor);
+    }
   }
 
   const int descriptor;

@@ -105,6 +105,15 @@ close "${first[launcher]}" "${first[window]}"
 close "${second[launcher]}" "${second[window]}"
 rm "$work/config/quintara/provider.conf"
 
+# Files of prices go into the folder of own prices, and a message says what came of each.
+printf 'Date,Open,High,Low,Close\n2026-11-20,9,99,1,31\n' >"$work/GOOD (1).csv"
+echo nonsense >"$work/BAD.csv"
+launch first "$work/GOOD (1).csv" "$work/BAD.csv"
+check "one message" told $((++messages))
+check "what came of both" [ "$(tail -n 2 "$work/shown" | grep -c 'GOOD is in \|^BAD.csv is not')" = 2 ]
+check "the file" [ -s "$work/data/quintara/prices/GOOD.csv" ]
+close "${first[launcher]}" "${first[window]}"
+
 # Two users at once, each with own prices for one ticker, and neither reaches the other's.
 identity() {  # identity USER: sets `as` to what runs a command as this user
   as=(setpriv --reuid "$1" --regid "$1" --clear-groups env HOME="$work/$1"

@@ -85,7 +85,7 @@ check "completion" diff <("$work/prefix/bin/quintara-chart" --help | grep -o -- 
 
 # What the menu entry names is there.
 entry=$(cat "$work"/root/usr/share/applications/?*.desktop)
-check "the menu's command" [ -x "$work/root/usr/bin/$(sed -n 's/^Exec=//p' <<<"$entry")" ]
+check "the menu's command" [ -x "$work/root/usr/bin/$(sed -n 's/^Exec=\([^ ]*\).*/\1/p' <<<"$entry")" ]
 icon=$(sed -n 's/^Icon=//p' <<<"$entry")
 for file in "16x16/apps/$icon.png" "32x32/apps/$icon.png" "scalable/apps/$icon.svg"; do
   check "icon $file" [ -s "$work/root/usr/share/icons/hicolor/$file" ]
