@@ -5,6 +5,7 @@
 #include <functional>
 #include <string>
 
+#include "exports.hpp"
 #include "picture_scene.hpp"
 #include "samples.hpp"
 #include "scenes.hpp"
@@ -65,6 +66,7 @@ void printCsv(Platform& platform, bool quick) {
     HoverScene scene(platform, rows);
     printLine("hover", std::to_string(rows), samplesOf([&] { scene.move(); }, count));
   }
+  printExports(std::min(count, 100));
 }
 
 }  // namespace quintara::bench

@@ -35,8 +35,10 @@ void OrderEvidence::add(std::size_t line, std::string_view text, const WrittenMo
     return;
   }
   std::array<std::optional<Day>, 3> days;
-  std::transform(readings_.begin(), readings_.end(), days.begin(),
-                 [&](const Reading& reading) { return moment.dayIn(reading.order); });
+  std::transform(readings_.begin(), readings_.end(), days.begin(), [&](const Reading& reading) {
+    const bool never = moment.points && reading.order == DayOrder::MonthFirst;
+    return never ? std::nullopt : moment.dayIn(reading.order);
+  });
   if (std::none_of(days.begin(), days.end(), [](const auto& day) { return day.has_value(); })) {
     return;
   }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
+#include "service/text/csv_line.hpp"
 #include "service/text/text.hpp"
 
 namespace quintara::quotes {
@@ -217,6 +218,16 @@ class JsonReader {
   bool named_ = false;  // some row has the field of closes, so that these are rows of prices
 };
 
+// Text with one object a line as one list.
+std::string listOfLines(std::string_view text) {
+  std::string list = "[";
+  while (!text.empty()) {
+    const auto line = takeLine(text);
+    list += (list.size() > 1 && !line.empty() ? "," : "") + std::string(line);
+  }
+  return list + "]";
+}
+
 }  // namespace
 
 bool isJsonPath(const std::string& text) {
@@ -230,7 +241,12 @@ bool isJsonPath(const std::string& text) {
 
 PriceRows parseJsonRows(std::string_view text, const std::string& path, const RowRules& rules) {
   TreeBuilder builder;
-  if (!json::sax_parse(text, &builder)) {
+  bool read = json::sax_parse(text, &builder);
+  if (!read && !builder.isDeep()) {
+    builder = {};
+    read = json::sax_parse(listOfLines(text), &builder);
+  }
+  if (!read) {
     return JsonReader::unreadable(builder.isDeep() ? "nested too deeply" : "not JSON");
   }
   const json& whole = builder.tree();

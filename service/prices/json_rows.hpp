@@ -15,6 +15,7 @@ bool isJsonPath(const std::string& text);
 /// - an object of rows, whose date is their name unless they have a date themselves;
 /// - an object of lists, one for each field;
 /// - or one row.
+/// Text with one object a line is a list of rows.
 /// A field is a name (of an object's member, in any case), a place in a list, or a path like /bid/o
 /// that begins at the row. No rows are no mistake, unless a message stands beside them.
 PriceRows parseJsonRows(std::string_view text, const std::string& path, const RowRules& rules);

@@ -101,16 +101,16 @@ std::optional<Day> WrittenMoment::dayIn(DayOrder order) const {
     return day;
   }
   const auto [one, two, three] = numbers;
-  switch (order) {
-    case DayOrder::DayFirst:
-      return dayFrom(fullYear(three, shortYear), two, one);
-    case DayOrder::MonthFirst:
-      return points ? std::nullopt : dayFrom(fullYear(three, shortYear), one, two);
-    case DayOrder::YearFirst:
-      return shortYear ? dayFrom(fullYear(one, true), two, three) : std::nullopt;
-    default:
-      return std::nullopt;
+  // Dates with points never begin with the month, whatever others of the table do.
+  const bool dayIsFirst = order == DayOrder::DayFirst || (points && order != DayOrder::YearFirst);
+  if (dayIsFirst) {
+    return dayFrom(fullYear(three, shortYear), two, one);
   }
+  if (order == DayOrder::MonthFirst) {
+    return dayFrom(fullYear(three, shortYear), one, two);
+  }
+  return order == DayOrder::YearFirst && shortYear ? dayFrom(fullYear(one, true), two, three)
+                                                   : std::nullopt;
 }
 
 const MomentReader::Meaning& MomentReader::meaningOf(std::string_view word) {

@@ -62,7 +62,7 @@ std::string columnsTooMany(std::size_t columns, const PriceTable& table) {
 
 PriceRows rowsOf(std::string_view text, const PriceTable& table, const TableEvidence& evidence,
                  RowRules rules) {
-  rules.days.order = evidence.order.order;
+  rules.days = {evidence.order.order, evidence.utcOffsetHours};
   RowReader reader(rules, "line", {evidence.signs.comma, evidence.signs.any}, mostRows(text));
   TableRows rows(text, table.separator);
   while (rows.next()) {

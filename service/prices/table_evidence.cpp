@@ -96,6 +96,23 @@ struct Tickers {
   }
 };
 
+// Daily stamps at midnight east of Greenwich are of the evening before: of Sundays, but not of
+// Fridays.
+struct Stamps {
+  bool late = true;
+  bool sundays = false;
+  bool fridays = false;
+
+  void add(const WrittenMoment& moment) {
+    constexpr int kNoon = 43'200;
+    const std::chrono::weekday weekday{*moment.day};
+    late = late && moment.second >= kNoon;
+    sundays = sundays || weekday == std::chrono::Sunday;
+    fridays = fridays || weekday == std::chrono::Friday;
+  }
+  bool areOfTheNextDay() const { return late && sundays && !fridays; }
+};
+
 std::string quoted(std::string_view text) {
   constexpr std::size_t kLongest = 40;
   return "\"" + escaped(text.substr(0, kLongest)) + "\"";
@@ -134,11 +151,15 @@ TableEvidence evidenceOf(std::string_view text, const PriceTable& table, const R
   OrderEvidence order;
   SignEvidence signs;
   Tickers tickers;
+  Stamps stamps;
   bool pointsInDates = true;
   forEachDated(
       text, table, rules, [&](const TableRows& row, const Fields& fields, const auto& moment) {
         if (moment) {
           order.add(row.line(), fields[kDate], *moment);
+          if (moment->stamp) {
+            stamps.add(*moment);
+          }
           pointsInDates = pointsInDates &&
                           (moment->points || fields[kDate].find('.') != std::string_view::npos);
         }
@@ -155,6 +176,11 @@ TableEvidence evidenceOf(std::string_view text, const PriceTable& table, const R
   evidence.order = rules.days.order != DayOrder::Unclear
                        ? OrderFound{rules.days.order, "by the settings", false, ""}
                        : order.decide(rules.region);
+  evidence.utcOffsetHours = rules.days.utcOffsetHours;
+  if (rules.days.utcOffsetHours == 0 && stamps.areOfTheNextDay()) {
+    evidence.utcOffsetHours = 12;
+    evidence.order.why = "midnight east of Greenwich, as there are Sundays but no Fridays";
+  }
   evidence.signs = signs.decide();
   if (evidence.signs.unclear || (!evidence.signs.any && table.has(Use::Volume))) {
     evidence.signs = signsWithOthers(text, table, rules, signs);

@@ -13,8 +13,9 @@ namespace quintara::quotes {
 struct TableEvidence {
   OrderFound order;
   SignFound signs;
-  std::string ticker;   ///< what the column of tickers calls the ticker asked for
-  std::string problem;  ///< why the rows cannot be read; one line, escaped
+  std::string ticker;      ///< what the column of tickers calls the ticker asked for
+  int utcOffsetHours = 0;  ///< for dates written as seconds since 1970
+  std::string problem;     ///< why the rows cannot be read; one line, escaped
 };
 
 /// Goes through all rows.

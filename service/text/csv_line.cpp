@@ -18,19 +18,4 @@ std::string_view takeLine(std::string_view& text) {
   return trimmed(line);
 }
 
-std::string_view takeField(std::string_view& line, char separator) {
-  bool quoted = false;
-  std::size_t end = 0;
-  while (end < line.size() && (quoted || line[end] != separator)) {
-    quoted = quoted != (line[end] == '"');
-    ++end;
-  }
-  auto field = trimmed(line.substr(0, end));
-  line.remove_prefix(std::min(end + 1, line.size()));
-  if (field.size() >= 2 && field.front() == '"' && field.back() == '"') {
-    field = trimmed(field.substr(1, field.size() - 2));
-  }
-  return field;
-}
-
 }  // namespace quintara::quotes

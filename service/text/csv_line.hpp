@@ -10,8 +10,4 @@ std::string_view withoutByteOrderMark(std::string_view text);
 /// Takes one line from the front of the text, without its end and the blanks around it.
 std::string_view takeLine(std::string_view& text);
 
-/// Takes one field and the separator after it from the front of the line, without the blanks and
-/// the quotation marks around it. A separator between quotation marks is text.
-std::string_view takeField(std::string_view& line, char separator);
-
 }  // namespace quintara::quotes

@@ -93,7 +93,7 @@ TEST(TextRules, DatesAreReadUnlessTheyAreUnclear) {
   EXPECT_TRUE(isFifth("11/5/2026", {DayOrder::MonthFirst, 0}));
   EXPECT_TRUE(isFifth("05-11-26 4:00", {DayOrder::DayFirst, 0}));
   EXPECT_TRUE(isFifth("26/11/05", {DayOrder::YearFirst, 0}));
-  EXPECT_FALSE(dayOf("5.11.2026", {DayOrder::MonthFirst, 0}));
+  EXPECT_TRUE(isFifth("5.11.2026", {DayOrder::MonthFirst, 0}) && isFifth("05.11.26"));
   EXPECT_TRUE(isFifth("1793833200", {DayOrder::Unclear, 1}));
   EXPECT_TRUE(isFifth("1793923200", {DayOrder::Unclear, -1}));
 }
@@ -260,6 +260,9 @@ TEST(JsonRows, ReadsRowsInEveryArrangement) {
   EXPECT_EQ(kTwo, ofJson(R"([{"day":"5-Nov-26","bid":{"o":1.25,"h":2.5,"l":1,"c":[2]},"n":1000},
                        {"day":"6-Nov-26","bid":{"o":2,"h":4,"l":1,"c":[3]},"n":"N/A"}])",
                          "", {"day", "/bid/o", "/bid/h", "/bid/l", "/bid/c/0", "n"}));
+  EXPECT_EQ(kTwo, ofJson("{\"date\":\"6.11.26\",\"open\":2,\"high\":4,\"low\":1,\"close\":3}\r\n\n"
+                         "{\"date\":\"2026-11-05\",\"open\":1.25,\"high\":2.5,\"low\":1,"
+                         "\"close\":2,\"volume\":1000}\n"));
 }
 
 TEST(JsonRows, TakesNumbersAsTheyAreWritten) {
