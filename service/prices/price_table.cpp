@@ -359,7 +359,7 @@ std::vector<PriceTable> tablesWithoutNames(std::string_view text, const std::str
       if (isComment(rows) || !readsAsDate(rows[date])) {
         continue;
       }
-      for (const std::size_t time : {0, 1}) {
+      for (const std::size_t time : {std::size_t{0}, std::size_t{1}}) {
         const auto open = date + 1 + time;
         const bool fits = size == open + 4 || size == open + 5;
         if (!fits || (time == 1 && !MomentReader().readTime(rows[date + 1]))) {
