@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 
+#include "data/bar_positions.hpp"
 #include "values/numbers.hpp"
 #include "values/text.hpp"
 

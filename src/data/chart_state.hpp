@@ -10,11 +10,6 @@
 
 namespace quintara {
 
-/// Where the newest bar stands: pixels from the chart's right edge. The margin holds the labels.
-inline constexpr float kFirstBarLeft = 40;
-/// Axes, price lines and level lines end here, however wide the chart is.
-inline constexpr float kLinesEndX = 1000;
-
 /// The main window's variables that its subsystems share. All start at zero, empty or nothing.
 struct ChartState {
   std::string sTicker;          ///< as typed

@@ -1,8 +1,8 @@
 #include "interaction/pointer_readout.hpp"
 
 #include <algorithm>
-#include <cmath>
 
+#include "data/bar_positions.hpp"
 #include "values/errors.hpp"
 #include "values/numbers.hpp"
 #include "values/text.hpp"
@@ -10,12 +10,6 @@
 namespace quintara {
 
 namespace {
-
-/// The bar whose slot [Left, Left + spacing) holds X; below 1 in the margin right of the newest.
-std::int16_t barNumber(float X, std::int16_t spacing) {
-  const float slots = ((Single(X) - kFirstBarLeft) / spacing).value();
-  return toInt16(std::floor(double{slots}) + 1);
-}
 
 void leaveChart(const ChartState& state, const PointerControls& controls) {
   controls.screen.setMousePointer(kArrowPointer);

@@ -1,6 +1,8 @@
 #include "levels/level_lines.hpp"
 
+#include "chart/grid.hpp"
 #include "chart/summary.hpp"
+#include "data/bar_positions.hpp"
 #include "levels/range_for_levels.hpp"
 
 namespace quintara {
