@@ -6,9 +6,14 @@
 namespace quintara {
 
 /// The user's separators, read once at start-up and never changed afterwards; empty when the
-/// desktop could not supply them. An empty decimal separator counts as a point.
+/// desktop could not supply them.
 extern std::string sDecimalSep;
 extern std::string sThousandSep;
+
+/// The decimal separator in force: a point when there is none.
+inline std::string_view decimalSep() {
+  return sDecimalSep.empty() ? "." : std::string_view(sDecimalSep);
+}
 
 // Writing.
 

@@ -101,7 +101,7 @@ double readLocaleNumber(std::string_view text) {
     throw RuntimeError(ErrorKind::TypeMismatch);
   }
 
-  const std::string_view point = sDecimalSep.empty() ? "." : std::string_view(sDecimalSep);
+  const std::string_view point = decimalSep();
   std::string withPoint;
   if (point != ".") {
     if (text.find('.') != std::string_view::npos) {

@@ -13,8 +13,6 @@ namespace {
 using Buffer = std::array<char, 400>;
 constexpr int kDigits = 7;
 
-std::string_view decimalSep() { return sDecimalSep.empty() ? "." : std::string_view(sDecimalSep); }
-
 std::string fixedText(double value, int decimals) {
   Buffer buffer;
   const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
