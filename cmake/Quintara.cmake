@@ -12,6 +12,10 @@ target_compile_options(quintara_settings INTERFACE
   $<$<AND:$<CXX_COMPILER_ID:GNU>,$<VERSION_LESS:$<CXX_COMPILER_VERSION>,13>>:-Wno-restrict>
   # A fused multiply-add rounds once where the rules of the levels round twice.
   -ffp-contract=off)
+# Everywhere but in what a trader runs, the library checks that an entry is in its container.
+if(QUINTARA_SANITIZE OR NOT CMAKE_BUILD_TYPE STREQUAL "Release")
+  target_compile_definitions(quintara_settings INTERFACE _GLIBCXX_ASSERTIONS)
+endif()
 if(QUINTARA_SANITIZE)
   target_compile_options(quintara_settings INTERFACE
     -fsanitize=${QUINTARA_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
