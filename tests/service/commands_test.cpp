@@ -34,7 +34,7 @@ TEST(AddPrices, PutsInWholeFilesThatCanBeUsedAndReplacesOnlyWhenAsked) {
       {"ACME(12).Tsv", kTwo, "", false, "ACME is in the price folder: 2 days"},
       {"acme.txt", kOther, "", false,
        "acme.txt is not added: the price folder has ACME.csv already"},
-      {"acme.txt", kHeader, "", true, "acme.txt is not added: no usable line"},
+      {"acme.txt", kHeader, "", true, "acme.txt is not added: no rows"},
       {"acme.txt", kOther, "", true, "ACME is in the price folder: 1 day, 5-Nov-26"},
       {"late.csv", kHeader + "2026-11-24,1,2,1,2\n", "", false,
        "late.csv is not added: all its days"},
@@ -81,7 +81,7 @@ TEST(ListPrices, HasALineForEveryFile) {
                              "note.xlsx is not used: its name does not end in .csv, .txt or .tsv\n"
                              "a,b.csv is not used: no prices for A,B: .*\n"
                              "ACME       2 days to 6-Nov-26, newest close 1.09266\n"
-                             "BAD        no prices: no usable line, 0 bad ones\n"
+                             "BAD        no prices: no rows\n"
                              "ZETA       2 days to 6-Nov-26, newest close 1.09266\n"
                              "Zeta.TXT is not used: zeta.csv goes before it\n"));
   EXPECT_FALSE(listPrices(folder.path / "none", out));
@@ -95,8 +95,7 @@ TEST(Check, TellsWhoAnswersWhomThatHidesAndWhichChartsStayEmpty) {
            {"",
             "Asked own prices in .*:\n  nothing for DEMO\nAsked the demonstration market:\n"
             "  This is the answer for DEMO.\nNot needed: the provider: .* line 7: url\n"},
-           {kHeader,
-            "File: demo.csv\n.*no usable line.*This hides what the demonstration market has"},
+           {kHeader, "File: demo.csv\n.*no rows.*This hides what the demonstration market has"},
            {kTwo,
             "Days: 2 of 2 rows; rows left out: 0\n.*6-Nov-26,1.00,3.00,1.00,1.09266,0\n.*"
             "The quote that a chart gets: \"DEMO\",1.09266,"},
