@@ -25,7 +25,8 @@ struct Names {
 constexpr std::array kNames{
     Names{Use::Date, 0,
           "Date|Day|Trade Date|Trading Date|Trading Day|Trade Day|Business Date|Session|"
-          "Session Date|Quote Date|Price Date|Pricing Date|Dt|Dte|YYYYMMDD|Datetime|Date Time|Date "
+          "Session Date|Quote Date|Price Date|Pricing Date|Dt|Dte|YYYYMMDD|Datetime|Date "
+          "Time|Tradedate|Tradedatetime|Date "
           "and Time|"
           "DTYYYYMMDD|Dates|Datum|Tag|Handelstag|Börsentag|Handelsdatum|Kursdatum|Datum Zeit|"
           "Datum Uhrzeit|Date de séance|Séance|Jour|Date de cotation|Date et heure|Fecha|Día|"
@@ -37,17 +38,20 @@ constexpr std::array kNames{
           "日期|交易日期|交易日|日期时间|日期時間|日|날짜|일자|일시|거래일|거래일자|영업일|التاريخ|"
           "تاريخ|اليوم|תאריך|תאריך מסחר|Ngày|Ngày giao dịch|Tanggal|Tgl|Hari|วันที่|วัน"},
     Names{Use::Date, 1, "Timestamp|Time Stamp|Date GMT|Zeitstempel|Horodatage|时间戳|時間戳"},
-    Names{Use::Date, 2,
-          "Open Time|Unix|Unix Timestamp|Unix Time|Unixtime|Epoch|Epoch Time|Start|Start Time|"
-          "Time Open|Bar Time|Time Period Start|Period Start|Bucket|Candle Time|Index|T"},
+    Names{
+        Use::Date, 2,
+        "Open Time|Begin|Unix|Unix Timestamp|Unix Time|Unixtime|Epoch|Epoch Time|Start|Start Time|"
+        "Time Open|Bar Time|Time Period Start|Period Start|Bucket|Candle Time|Index|T"},
     Names{Use::Date, 3, "Close Time|End|End Time|Time Close|Time Period End"},
     Names{Use::Time, 0,
-          "Time|Hour|Trade Time|Hh Mm|Hhmm|Hhmmss|Zeit|Uhrzeit|Heure|Hora|Horário|Ora|Orario|Tijd|"
+          "Time|Tradetime|Hour|Trade Time|Hh "
+          "Mm|Hhmm|Hhmmss|Zeit|Uhrzeit|Heure|Hora|Horário|Ora|Orario|Tijd|"
           "Tijdstip|Tid|Klockslag|Klokkeslett|Klokkeslæt|Aika|Kello|Kellonaika|Czas|Godzina|Čas|"
           "Idő|Időpont|Saat|Ώρα|Время|Час|時刻|時間|时间|時间|交易时间|시간|시각|체결시간|الوقت|"
           "שעה|Giờ|Thời gian|Waktu|Jam|เวลา"},
     Names{Use::Open, 0,
-          "Open|O|Opening|Eröffn|Eroeffn|Opening Price|Op|Opn|First|Day Open|Start Price|Open "
+          "Open|O|Openprice|Opening|Eröffn|Eroeffn|Opening Price|Op|Opn|First|Day Open|Start "
+          "Price|Open "
           "Last|Eröffnung|"
           "Eroeffnung|Eröffnungskurs|Eroeffnungskurs|Eröffnungspreis|Erster|Erster Kurs|Anfang|"
           "Anfangskurs|Erst|Ouverture|Ouv|Ouvert|Cours d'ouverture|Premier|Premier cours|Prix "
@@ -55,7 +59,7 @@ constexpr std::array kNames{
           "Apertura|Aper|Apert|Precio de apertura|Abierto|Abertura|Abert|Preço de abertura|"
           "Preço abertura|Primo|Prezzo di apertura|Prezzo apertura|Openingskoers|Openings|Opening "
           "koers|"
-          "Openen|Begin|Beginkoers|Öppning|Öppen|Öppningskurs|Öppningspris|Öpp|Först|Åpning|"
+          "Openen|Beginkoers|Öppning|Öppen|Öppningskurs|Öppningspris|Öpp|Först|Åpning|"
           "Åpningskurs|Åpen|Åbning|Åbningskurs|Åben|Avaus|Avauskurssi|Avaushinta|Otwarcie|Otw|"
           "Kurs otwarcia|Cena otwarcia|Otevření|Otevírací|Otevírací cena|Otvorenie|Otváracia cena|"
           "Zahájení|Nyitó|Nyitás|Nyitóár|Nyit|Deschidere|Preț deschidere|Açılış|Açılış Fiyatı|"
@@ -66,7 +70,8 @@ constexpr std::array kNames{
           "Giá mở cửa|Giá mở|Pembukaan|Buka|Harga pembukaan|Dibuka|เปิด|ราคาเปิด"},
     Names{
         Use::High, 0,
-        "High|H|Hi|Highest|Max|Maximum|Day High|Highest Price|High Trade|Hoch|Tageshoch|Höchst|"
+        "High|H|Highprice|Hi|Highest|Max|Maximum|Day High|Highest Price|High "
+        "Trade|Hoch|Tageshoch|Höchst|"
         "Hoechst|Höchstkurs|Hoechstkurs|Höchster|Höchster Kurs|Tageshöchst|Tageshöchstkurs|"
         "Höchstpreis|Plus haut|Haut|Le plus haut|Cours le plus haut|+ Haut|Máximo|Máx|Alto|"
         "Precio máximo|Más alto|Máxima|Preço máximo|Massimo|Mass|Prezzo massimo|Il più alto|Hoog|"
@@ -89,7 +94,7 @@ constexpr std::array kNames{
         "สูงสุด|ราคาสูงสุด|สูง"},
     Names{
         Use::Low, 0,
-        "Low|L|Lo|Lowest|Min|Minimum|Day Low|Lowest Price|Low Trade|Tief|Tagestief|Tiefst|"
+        "Low|L|Lowprice|Lo|Lowest|Min|Minimum|Day Low|Lowest Price|Low Trade|Tief|Tagestief|Tiefst|"
         "Tiefstkurs|Tiefster|Tiefster Kurs|Tagestiefst|Tagestiefstkurs|Tiefstpreis|Niedrig|Plus "
         "bas|"
         "Bas|Le plus bas|Cours le plus bas|+ Bas|Mínimo|Mín|Bajo|Precio mínimo|Más bajo|Mínima|"
@@ -107,7 +112,8 @@ constexpr std::array kNames{
         "Harga terendah|ต่ำสุด|ราคาต่ำสุด|ต่ำ"},
     Names{
         Use::Close, 0,
-        "Close|C|Closing|Closing Price|Cl|Cls|Close Last|Day Close|Settle|Settlement|Settlement "
+        "Close|C|Closeprice|Closing|Closing Price|Cl|Cls|Close Last|Day "
+        "Close|Settle|Settlement|Settlement "
         "Price|"
         "Settle Price|Raw Close|Unadjusted Close|Unadj Close|Close Unadjusted|Close Raw|End Price|"
         "Close Close price adjusted for splits|Closeclose price adjusted for splits|Schluss|"
@@ -130,7 +136,7 @@ constexpr std::array kNames{
     Names{Use::Close, 1, "Close Price Adjusted for Splits|C Price"},
     Names{
         Use::Last, 0,
-        "Last|Last Trade|Latest|Latest Price|Last Traded Price|Ltp|Price|Px Last|Letzter|"
+        "Last|Lastprice|Last Trade|Latest|Latest Price|Last Traded Price|Ltp|Price|Px Last|Letzter|"
         "Letzter Kurs|Letzte|Zuletzt|Kurs|Preis|Dernier|Dernier cours|Cours|Prix|Último|Últ|Precio|"
         "Último precio|Preço|Último preço|Cotação|Ultimo|Prezzo|Ultimo prezzo|Laatste|Laatste "
         "koers|"
@@ -148,7 +154,8 @@ constexpr std::array kNames{
         "Volume Traded|Shares Traded|Shares|Total Traded Quantity|Traded Quantity|Total Trade "
         "Quantity|"
         "Deliverable Volume|Ttl Trd Qnty|Quantity|Qty|No of Shares|Number of Shares|Vol Shares|"
-        "Volumen|Stück|Stücke|Stücke gehandelt|Gehandelte Stücke|Anzahl|Handelsvolumen|Quantité|"
+        "Volumen|Stück|Stueck|Stuecke|Stücke|Stücke gehandelt|Gehandelte "
+        "Stücke|Anzahl|Handelsvolumen|Quantité|"
         "Volume échangé|Volumes|Nombre de titres|Titres|Vol Títulos|Títulos|Acciones|Cantidad|"
         "Quantidade|Volume negociado|Quantidade negociada|Volumi|Quantità|Vol totale|Aantal|"
         "Volym|Total volym|Antal|Antal aktier|Volum|Antall|Totalt volum|Mængde|Volyymi|Määrä|"
@@ -170,7 +177,8 @@ constexpr std::array kNames{
 
 // Words beside the one that counts.
 constexpr std::string_view kAround =
-    "price|prices|px|rate|the|day|daily|days|today|in|of|s|utc|gmt|est|edt|cet|cest|local|"
+    "price|prices|px|rate|the|day|daily|days|today|in|of|s|utc|gmt|est|edt|cet|cest|eet|msk|ist|"
+    "jst|hkt|local|"
     "exchange|shares|lots|contracts|units|qty|pcs|stk|st|szt|ks|db|mln|cours|prix|kurs|koers|preis|"
     "precio|preco|"
     "prezzo|cena|pris|hinta|ar|fiyat|цена|ціна|값|usd|eur|gbp|gbx|jpy|chf|cad|aud|nzd|sek|nok|dkk|"

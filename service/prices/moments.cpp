@@ -27,7 +27,10 @@ int fullYear(int year, bool isShort) {
   return !isShort ? year : year < 70 ? 2000 + year : 1900 + year;
 }
 
+// Years far above are of the Buddhist era.
 std::optional<Day> dayFrom(int year, int month, int day) {
+  constexpr int kBuddhist = 543;
+  year -= year > 1900 + kBuddhist && year <= 2099 + kBuddhist ? kBuddhist : 0;
   return makeDay(year, static_cast<unsigned>(month), static_cast<unsigned>(day));
 }
 
@@ -260,7 +263,7 @@ bool MomentReader::takeParts(std::size_t& at, WrittenMoment& moment) const {
   for (; at < tokens_.size() && count < parts.size(); ++at) {
     const Token& token = tokens_[at];
     if (token.number) {
-      if (token.before == ':' || token.digits() > 4 || token.digits() == 3) {
+      if (token.before == ':' || token.digits() > 4 || (token.digits() == 3 && count > 0)) {
         return false;
       }
       parts.at(count++) = &token;
@@ -273,11 +276,13 @@ bool MomentReader::takeParts(std::size_t& at, WrittenMoment& moment) const {
       return false;
     }
   }
-  if (count < parts.size()) {
+  // What runs on with a colon was a time of day.
+  const bool clock = at < tokens_.size() && tokens_[at].number && tokens_[at].before == ':';
+  if (count < parts.size() || clock) {
     return false;
   }
   const auto [first, second, third] = parts;
-  const bool yearFirst = first->digits() == 4;
+  const bool yearFirst = first->digits() >= 3;
   const bool yearLast = third->digits() == 4;
   if (month >= 0) {
     const int named = parts.at(static_cast<std::size_t>(month))->meaning.month;
@@ -296,7 +301,10 @@ bool MomentReader::takeParts(std::size_t& at, WrittenMoment& moment) const {
     return false;
   }
   if (yearFirst) {
-    moment.day = dayFrom(first->value, second->value, third->value);
+    // A year of three digits counts from the founding of a republic.
+    constexpr int kRepublic = 1911;
+    const int year = first->value + (first->digits() == 3 ? kRepublic : 0);
+    moment.day = dayFrom(year, second->value, third->value);
     return moment.day.has_value();
   }
   moment.numbers = {first->value, second->value, third->value};
