@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "app/layout.hpp"
-#include "data/chart_state.hpp"
+#include "chart/grid.hpp"
 #include "platform/twips.hpp"
 #include "values/numbers.hpp"
 #include "values/text.hpp"
