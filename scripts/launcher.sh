@@ -24,7 +24,7 @@ show() {
     if [ "$1" = info ]; then set -- msgbox "$2"; fi
     kdialog --title Quintara "--$1" "$2"
   elif command -v xmessage; then
-    xmessage -center "$2"
+    xmessage -center "$(fold -s -w 72 <<<"$2")"  # it wraps nothing itself
   fi
 }
 
