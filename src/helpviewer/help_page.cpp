@@ -1,8 +1,11 @@
 #include "helpviewer/help_page.hpp"
 
+#include <QEvent>
 #include <QImage>
 #include <QTextCursor>
 #include <QTextDocument>
+#include <algorithm>
+#include <cmath>
 
 #include "helpviewer/help_book.hpp"
 
@@ -12,6 +15,23 @@ namespace {
 
 constexpr qreal kSmallestPoints = 6;
 constexpr qreal kLargestPoints = 40;
+
+/// Brightness as the eye weighs it, 0 to 1, of a colour of sRGB.
+double luminance(const QColor& colour) {
+  const auto linear = [](double part) {
+    return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+  };
+  return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
+         0.0722 * linear(colour.blueF());
+}
+
+/// What is written in one colour on the other can be read.
+bool contrasts(const QColor& one, const QColor& other) {
+  constexpr double kGlare = 0.05;
+  constexpr double kReadable = 4.5;
+  const auto [dark, light] = std::minmax({luminance(one), luminance(other)});
+  return (light + kGlare) / (dark + kGlare) >= kReadable;
+}
 
 QByteArray missingPage(const QUrl& url) {
   return QStringLiteral("<p>The page %1 is missing from this help file.</p>")
@@ -37,6 +57,7 @@ HelpPage::HelpPage(HelpBook& book, QWidget* parent)
     : QTextBrowser(parent), book_(book), plainFont_(font()) {
   setAccessibleName(QStringLiteral("Help page"));
   setOpenLinks(false);
+  chooseLinkColour();
   setTextInteractionFlags(Qt::TextBrowserInteraction | Qt::TextSelectableByKeyboard);
   connect(this, &QTextBrowser::anchorClicked, this, [this](const QUrl& link) {
     const QUrl target = source().resolved(link);
@@ -44,6 +65,26 @@ HelpPage::HelpPage(HelpBook& book, QWidget* parent)
       setSource(target);
     }
   });
+}
+
+/// Palettes for a dark desktop often keep the dark blue of links on paper.
+void HelpPage::chooseLinkColour() {
+  const QColor ground = palette().color(QPalette::Base);
+  QColor link = palette().color(QPalette::Link);
+  for (const char* other : {"#8ab4f8", "#0b57d0"}) {
+    if (!contrasts(link, ground)) {
+      link = QColor(other);
+    }
+  }
+  document()->setDefaultStyleSheet(QStringLiteral("a { color: %1; }").arg(link.name()));
+}
+
+void HelpPage::changeEvent(QEvent* event) {
+  QTextBrowser::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange && source().isValid()) {
+    chooseLinkColour();
+    reload();
+  }
 }
 
 void HelpPage::zoom(int steps) {

@@ -25,8 +25,12 @@ class HelpPage : public QTextBrowser {
   /// A page or style sheet as bytes, a picture as an image at the screen's density.
   QVariant loadResource(int type, const QUrl& name) override;
 
+ protected:
+  void changeEvent(QEvent* event) override;
+
  private:
   QVariant picture(const QUrl& url) const;
+  void chooseLinkColour();
 
   HelpBook& book_;
   QFont plainFont_;

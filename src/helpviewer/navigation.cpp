@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "helpviewer/help_book.hpp"
+#include "helpviewer/search_panel.hpp"
 
 namespace quintara {
 
@@ -45,10 +46,15 @@ QUrl choose(QWidget* parent, const QList<QHelpLink>& pages, const QString& keywo
 }  // namespace
 
 Navigation::Navigation(HelpBook& book, Show show, QWidget* parent)
-    : QTabWidget(parent), book_(book), show_(std::move(show)), filter_(new QLineEdit) {
+    : QTabWidget(parent),
+      book_(book),
+      show_(std::move(show)),
+      filter_(new QLineEdit),
+      search_(new SearchPanel(book, show_)) {
   setAccessibleName(QStringLiteral("Topics"));
   addTab(indexTab(), QStringLiteral("In&dex"));
   addTab(contentsTab(), QStringLiteral("&Contents"));
+  addTab(search_, QStringLiteral("&Search"));
 }
 
 QWidget* Navigation::indexTab() {
@@ -60,9 +66,22 @@ QWidget* Navigation::indexTab() {
   auto* label = new QLabel(QStringLiteral("&Look for:"));
   label->setBuddy(filter_);
 
-  connect(filter_, &QLineEdit::textChanged, list,
-          [list](const QString& text) { list->filterIndices(text); });
-  connect(filter_, &QLineEdit::returnPressed, list, &QHelpIndexWidget::activateCurrentItem);
+  auto* none =
+      new QLabel(QStringLiteral("No keyword has these letters. Enter searches all pages."));
+  none->setWordWrap(true);
+  none->hide();
+  connect(filter_, &QLineEdit::textChanged, list, [list, none](const QString& text) {
+    list->filterIndices(text);
+    none->setVisible(list->model()->rowCount() == 0);
+  });
+  connect(filter_, &QLineEdit::returnPressed, list, [this, list] {
+    if (list->model()->rowCount() > 0) {
+      list->activateCurrentItem();
+    } else {
+      setCurrentWidget(search_);
+      search_->search(filter_->text());
+    }
+  });
   connect(list, &QHelpIndexWidget::documentActivated, this,
           [this](const QHelpLink& page) { show_(page.url); });
   connect(list, &QHelpIndexWidget::documentsActivated, this,
@@ -80,6 +99,7 @@ QWidget* Navigation::indexTab() {
   auto* column = new QVBoxLayout(tab);
   column->addWidget(label);
   column->addWidget(filter_);
+  column->addWidget(none);
   column->addWidget(list);
   return tab;
 }
@@ -104,6 +124,11 @@ QWidget* Navigation::contentsTab() {
 void Navigation::focusIndex() {
   setCurrentIndex(0);
   filter_->setFocus();
+}
+
+void Navigation::focusSearch() {
+  setCurrentWidget(search_);
+  search_->start();
 }
 
 bool Navigation::clearFilter() {

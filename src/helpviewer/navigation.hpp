@@ -9,8 +9,10 @@ class QLineEdit;
 namespace quintara {
 
 class HelpBook;
+class SearchPanel;
 
-/// The side panel: the keyword index with its filter in front, the table of contents behind it.
+/// The side panel: the keyword index with its filter in front, the table of contents and the search
+/// for any word behind it. What no keyword matches is searched for.
 class Navigation : public QTabWidget {
  public:
   using Show = std::function<void(const QUrl&)>;
@@ -20,6 +22,8 @@ class Navigation : public QTabWidget {
 
   /// Puts the keyboard focus into the filter of the index.
   void focusIndex();
+  /// Brings the search for any word to the front.
+  void focusSearch();
   /// Empties the filter; false when it was empty already.
   bool clearFilter();
   /// Marks the page in the table of contents.
@@ -35,6 +39,7 @@ class Navigation : public QTabWidget {
   HelpBook& book_;
   Show show_;
   QLineEdit* filter_;
+  SearchPanel* search_;
 };
 
 }  // namespace quintara

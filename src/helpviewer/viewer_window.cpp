@@ -62,6 +62,8 @@ void ViewerWindow::addToolBarActions() {
               [this] { page_->zoom(1); }),
        addKey(QStringLiteral("Smaller"), {key(Qt::Key_Minus)}, [this] { page_->zoom(-1); })});
   addKey(QStringLiteral("Normal size"), {key(Qt::Key_0)}, [this] { page_->resetZoom(); });
+  addKey(QStringLiteral("Search all pages"), {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_F)},
+         [this] { navigation_->focusSearch(); });
   addKey(QStringLiteral("Find next"), {QKeySequence(Qt::Key_F3)},
          [this] { findBar_->next(false); });
   addKey(QStringLiteral("Find previous"), {QKeySequence(Qt::SHIFT | Qt::Key_F3)},

@@ -5,7 +5,9 @@
 #include <QDir>
 #include <QHelpIndexWidget>
 #include <QHelpLink>
+#include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QLocalSocket>
 #include <QLockFile>
 #include <QRegularExpression>
@@ -121,6 +123,51 @@ std::filesystem::path socketOf(const QTemporaryDir& folder, const QString& file)
   SingleViewer viewer(folder.path(), file);
   EXPECT_FALSE(viewer.handOver());
   return std::filesystem::directory_iterator(folder.path().toStdString())->path();
+}
+
+TEST_F(Viewer, FindsAnyWordOnAnyPageAndSaysWhenThereIsNone) {
+  auto* found = window->findChild<QListWidget*>();
+  const auto typed = [&](const char* words) {
+    window->comeForward();
+    filter()->setText(words);
+    QTest::keyClick(filter(), Qt::Key_Return);
+    QTest::qWait(1);
+  };
+  typed("target");
+  EXPECT_TRUE(page().toPlainText().contains("Target = C + (B"));
+  // Words that are no keywords: the whole, the beginning, two of them.
+  for (const char* words : {"guesses", "guess", "steep! fall", "\"GUESSES"}) {
+    typed(words);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return found->count() > 0; })) << words;
+    QTest::keyClick(found, Qt::Key_Return);
+    EXPECT_EQ(page().source().fileName(), "targets.html") << words;
+    found->clear();
+  }
+  typed("qwxyz");
+  const auto says = [&] {
+    for (const QLabel* label : window->findChildren<QLabel*>())
+      if (label->isVisible() && label->text() == "Nothing was found for \"qwxyz\".") return true;
+    return false;
+  };
+  EXPECT_TRUE(QTest::qWaitFor(says));
+  EXPECT_EQ(found->count(), 0);
+}
+
+TEST_F(Viewer, ShowsLinksThatCanBeReadOnEveryGround) {
+  const auto brightness = [&] {
+    QTextCursor at = page().document()->find("Your first chart");
+    return qGray(at.charFormat().foreground().color().rgb());
+  };
+  for (const auto& [ground, link] : {std::pair{"#202020", "#0000ff"},
+                                     {"#202020", "#303030"},
+                                     {"#ffffff", "#ffff00"},
+                                     {"#ffffff", "#0000ff"}}) {
+    QPalette palette;
+    palette.setColor(QPalette::Base, ground);
+    palette.setColor(QPalette::Link, link);
+    page().setPalette(palette);
+    EXPECT_GT(std::abs(brightness() - qGray(QColor(ground).rgb())), 90) << ground << link;
+  }
 }
 
 TEST(SingleViewer, OpensAWindowInTimeWhateverIsInItsWay) {
