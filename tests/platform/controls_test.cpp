@@ -1,6 +1,7 @@
 #include "platform/controls.hpp"
 
 #include <QAbstractButton>
+#include <QAccessible>
 #include <QComboBox>
 #include <QLineEdit>
 #include <QWheelEvent>
@@ -44,7 +45,9 @@ TEST_F(WindowTest, ACheckBoxRaisesClickWhenItsValueChangesWhoeverChangesIt) {
     auto& shown = widget<QAbstractButton>(name);
     EXPECT_TRUE(shown.isChecked());
     for (int i = 0; i < 2; ++i) QTest::mouseClick(&shown, Qt::LeftButton);
-    EXPECT_EQ(clicks, std::vector<int>({1, 2, 1, 2, 0, 1}));
+    QAccessible::queryAccessibleInterface(&shown)->actionInterface()->doAction("Toggle");
+    pump();
+    EXPECT_EQ(clicks, std::vector<int>({1, 2, 1, 2, 0, 1, 0})) << "the last by a screen reader";
   }
 }
 

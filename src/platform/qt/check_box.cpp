@@ -65,9 +65,19 @@ class QtCheckBox final : public CheckBox {
  public:
   QtCheckBox(Widget& widget, Dispatcher& dispatcher) : widget_(widget) {
     // `clicked` is never raised from code.
-    QObject::connect(&widget, &QAbstractButton::clicked, &widget, [this, &dispatcher] {
+    const auto userChanged = [this, &dispatcher] {
       dispatcher.dispatch(widget_, [this] { toggled(widget_.value()); });
-    });
+    };
+    QObject::connect(&widget, &QAbstractButton::clicked, &widget, userChanged);
+    // A screen reader ticks the box without a click. Whatever else did is known by then.
+    QObject::connect(
+        &widget, &QAbstractButton::toggled, &widget,
+        [this, userChanged] {
+          if ((widget_.value() != 0) != (Value() != 0)) {
+            userChanged();
+          }
+        },
+        Qt::QueuedConnection);
   }
 
  protected:
