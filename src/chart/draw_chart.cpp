@@ -47,6 +47,11 @@ void drawEach(const ChartState& state, DrawingSurface& picChart,
 
 }  // namespace
 
+bool isOnChart(const ChartState& state, float price) {
+  const double p = state.sngPricePerPixel;
+  return price <= state.sngMax + kHeadroom * p && price >= state.sngMin - kFootroom * p;
+}
+
 void DrawChart(ChartState& state, DrawingSurface& picChart) {
   if (!state.hasChart()) {
     return;

@@ -15,4 +15,7 @@ namespace quintara {
 /// stays True, which keeps the resize handler off until a drawing completes.
 void DrawChart(ChartState& state, DrawingSurface& picChart);
 
+/// Whether a price lies within the coordinate system of the last drawing.
+bool isOnChart(const ChartState& state, float price);
+
 }  // namespace quintara

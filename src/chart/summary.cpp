@@ -16,14 +16,15 @@ std::string chartSummary(const ChartState& state) {
     const Candle& oldest = state.colCandles->Item(static_cast<std::size_t>(state.iShown));
     text += ", " + oldest.sDate + " to " + newest.sDate;
   }
-  return text + ", prices " + defaultText(state.sngMin) + " to " + defaultText(state.sngMax) +
-         ", newest close " + defaultText(newest.dClose);
+  return text + ", prices " + defaultText(state.sngShownMin) + " to " +
+         defaultText(state.sngShownMax) + ", newest close " + defaultText(newest.dClose);
 }
 
-void drawAndDescribe(ChartState& state, PictureBox& picChart) {
+void drawAndDescribe(ChartState& state, PictureBox& picChart,
+                     const std::function<std::string()>& more) {
   DrawChart(state, picChart);
   if (state.hasChart()) {
-    picChart.setDescription(chartSummary(state));
+    picChart.setDescription(chartSummary(state) + (more ? more() : ""));
   }
 }
 

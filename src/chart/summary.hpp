@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "data/chart_state.hpp"
@@ -7,12 +8,14 @@
 
 namespace quintara {
 
-/// What the chart shows, in one sentence for a screen reader: ticker, bars shown, date span, price
-/// range, newest close.
+/// What the chart shows, in one sentence for a screen reader: ticker, bars shown, date span, the
+/// bars' price range, newest close.
 std::string chartSummary(const ChartState& state);
 
-/// Repaints the chart area by DrawChart and says to a screen reader what it shows. Does nothing
-/// without a chart. Throws what DrawChart throws; the old description then stays.
-void drawAndDescribe(ChartState& state, PictureBox& picChart);
+/// Repaints the chart area by DrawChart and says to a screen reader what it shows, and what `more`
+/// answers after it. Does nothing without a chart. Throws what DrawChart throws; the old
+/// description then stays.
+void drawAndDescribe(ChartState& state, PictureBox& picChart,
+                     const std::function<std::string()>& more = {});
 
 }  // namespace quintara

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <string>
 
 #include "data/chart_state.hpp"
 #include "levels/level_table.hpp"
@@ -18,6 +19,11 @@ void DrawLine(DrawingSurface& picChart, const Levels& AR, const Levels& AT, Colo
 /// refer to their arguments.
 Steps redrawSteps(ChartState& state, const LevelTable& sngLevels, const PointSets& sets,
                   PictureBox& picChart);
+
+/// The levels whose lines are on the chart as it was drawn last, by set and kind, for a screen
+/// reader: "; A1 retracements 28.287, 27.31; A1 targets 36.08". Empty if there are none.
+std::string shownLevels(const ChartState& state, const LevelTable& sngLevels,
+                        const PointSets& sets);
 
 /// Runs the redraw sequence if there is a chart. Every level check box calls it.
 void ShowLines(const ChartState& state, const Steps& redraw);

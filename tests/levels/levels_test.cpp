@@ -45,6 +45,18 @@ TEST_F(Calculator, FillsOnlySetsWhosePointsAreGiven) {
   for (const auto& [label, shown] : kCaptions) EXPECT_EQ(caption(label), shown) << label;
 }
 
+TEST_F(Calculator, NamesTheLevelsWhoseLinesAreOnTheChart) {
+  calculate({{"A1", "50"}, {"B1", "60"}, {"C1", "58"}, {"A2", "10"}});
+  for (const char* box : {"chkA1E1", "chkA1E1618", "chkA2E1", "chkShowA1"}) tick(box);
+  EXPECT_THAT(chart().description,
+              testing::EndsWith("; A1 retracements 56.18, 55, 53.82; A1 targets 68, 74.18"));
+  tick("chkShowA2");  // retracements 40.9 to 29.1 lie below, and the target stretches the range
+  EXPECT_THAT(chart().description, testing::EndsWith("A1 targets 68, 74.18; A2 targets 108"));
+  tick("chkShowA1", 0);
+  press("cmdClear");
+  EXPECT_THAT(chart().description, testing::Not(testing::HasSubstr("A2")));
+}
+
 TEST_F(Calculator, StretchesTheRangeOfClearsDrawingForTheMiddleTargetOfA1ToA3) {
   const std::pair<Points, const char*> kCases[] = {
       {{{"A1", "50"}, {"B1", "60"}, {"C1", "58"}}, "49 to 73.9746"},
@@ -84,6 +96,7 @@ TEST_F(Calculator, WidensTheRangeToTickedTargetsOfShownSets) {
     tick("chkShowA3", show);
     tick("chkA3E1618", box);
     EXPECT_EQ(range(), widened) << what;
+    EXPECT_THAT(chart().description, testing::HasSubstr(", prices 49 to 63, ")) << "of the bars";
     for (const char* ticked : {"chkShowA3", "chkA3E1618"}) tick(ticked, 0);
   }
 }

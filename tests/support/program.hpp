@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <cstdio>
 #include <memory>
 #include <string>
 #include <utility>
@@ -42,11 +43,15 @@ struct Program : testing::Test {
     chart().calls.clear();
     return count;
   }
-  /// The lowest and the highest price of the last drawing, as a screen reader says them.
+  /// The lowest and the highest price of the last drawing: the ends of a line of its grid.
   std::string range() {
-    const std::string& said = chart().description;
-    const auto start = said.find("prices ") + 7;
-    return said.substr(start, said.rfind(", newest") - start);
+    std::string last;
+    for (const std::string& call : chart().with("line ", " dot")) {
+      float x1 = 0, x2 = 0, low = 0, high = 0;
+      std::sscanf(call.c_str(), "line %f,%f %f,%f", &x1, &low, &x2, &high);
+      if (x1 == x2) last = defaultText(low) + " to " + defaultText(high);
+    }
+    return last;
   }
 
   const ScopedSeparator untilTheEnd{""};
