@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "app/layout.hpp"
+#include "chart/pointer_stops.hpp"
 #include "chart/resize.hpp"
 #include "chart/spacing.hpp"
 #include "commands/choices.hpp"
@@ -106,6 +107,7 @@ void frmQuintara::connectCommands() {
   control<Button>("cmdHelp").Click = [this] {
     cmdHelp_Click(kHelpFile, window_->Caption(), platform_.help, platform_.messageBox);
   };
+  window_->Help = control<Button>("cmdHelp").Click;
 }
 
 void frmQuintara::connectChart() {
@@ -148,6 +150,7 @@ void frmQuintara::connectPointer() {
   picChart_.MouseUp = [this](const MouseEvent& event) {
     picChart_MouseUp(drag_, picChart_, platform_.screen, event);
   };
+  picChart_.PointerStops = [this] { return pointerStops(state_); };
   window_->MouseMove = [this](const MouseEvent&) {
     Form_MouseMove(state_, drag_, pointerControls_);
   };

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "platform/colour.hpp"
 #include "platform/drawing_surface.hpp"
@@ -111,6 +112,12 @@ class Image : public Control {
   std::string picture_;
 };
 
+/// A place in a picture box, in the scale in force.
+struct PointerStop {
+  float X = 0;
+  float Y = 0;
+};
+
 /// A picture box: retained drawing surface, container of labels, source of mouse events.
 class PictureBox : public Control, public DrawingSurface {
  public:
@@ -129,6 +136,9 @@ class PictureBox : public Control, public DrawingSurface {
   /// pointer is. A double click's second press is a press.
   MouseHandler MouseDown;
   MouseHandler MouseUp;
+  /// Where the keyboard's pointer stops, in their order. A platform with a keyboard moves a pointer
+  /// along them and raises the mouse's events there.
+  std::function<std::vector<PointerStop>()> PointerStops;
 };
 
 }  // namespace quintara

@@ -92,6 +92,20 @@ Raster::UserPosition Raster::toUser(double logicalX, double logicalY) const {
           static_cast<float>(y_.origin + devicePixel(logicalY, ratio_) / ratio_ * y_.unit)};
 }
 
+Raster::LogicalPosition Raster::toLogical(float x, float y) const {
+  return {nearestPixel(x_.device(x)) / ratio_, nearestPixel(y_.device(y)) / ratio_};
+}
+
+float Raster::below(float y, int logicalPixels) const {
+  if (logicalPixels == 0) {
+    return y;
+  }
+  const int row =
+      nearestPixel(y_.device(y)) + static_cast<int>(std::lround(logicalPixels * ratio_));
+  const int within = std::clamp(row, 0, std::max(0, image_.height() - 1));
+  return static_cast<float>(y_.origin + within / ratio_ * y_.unit);
+}
+
 bool Raster::takeDamage() { return std::exchange(damaged_, false); }
 
 }  // namespace quintara

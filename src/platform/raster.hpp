@@ -66,6 +66,15 @@ class Raster final : public DrawingSurface {
   /// The user coordinates of the device pixel under a mouse position in logical pixels. Point reads
   /// that pixel back, as long as a pixel is more than two steps of the single-precision price.
   [[nodiscard]] UserPosition toUser(double logicalX, double logicalY) const;
+  struct LogicalPosition {
+    double x = 0;
+    double y = 0;
+  };
+  /// Where the device pixel of a position in user coordinates begins, in logical pixels.
+  [[nodiscard]] LogicalPosition toLogical(float x, float y) const;
+  /// The user coordinate of the row that lies so many logical pixels below that of `y`, or of the
+  /// image's first or last row.
+  [[nodiscard]] float below(float y, int logicalPixels) const;
 
   /// The image as 0xFFRRGGBB, rows `stride()` bytes apart; valid until the next resize.
   [[nodiscard]] const std::uint32_t* pixels() const { return image_.row(0); }

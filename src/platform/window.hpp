@@ -96,6 +96,7 @@ class Window {
 
   Handler Resize;          ///< the client area's size changed; of sizes that pile up, the last
   MouseHandler MouseMove;  ///< over the window's own background
+  Handler Help;            ///< F1 was pressed
 
  protected:
   virtual std::unique_ptr<Control> create(const ControlDesign& design) = 0;

@@ -1,5 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <QImage>
+#include <QPixmap>
+#include <QPointingDevice>
+
 #include "app/layout.hpp"
 #include "support/real_program.hpp"
 
@@ -32,9 +36,90 @@ TEST(RealWindow, PassesPointerMovesToTheControlsThatTakeThem) {
   moveTo("txtA1");
   EXPECT_EQ(shown("txtA1"), "") << "the chart holds the pointer";
   QTest::mouseRelease(window, Qt::LeftButton, {}, Offscreen::inForm("txtA1", {10, 10}));
-  moveTo("txtA1", {11, 10});
-  EXPECT_EQ(shown("txtA1"), low);
+  EXPECT_EQ(shown("txtA1"), low) << "without another movement";
+  // A finger, then a pen.
+  const QPoint from = Offscreen::inForm("picChart", {250, 300});
+  const QPoint to = Offscreen::inForm("txtA2", {10, 10});
+  auto* touch = QTest::createTouchDevice();
+  QTest::touchEvent(window, touch).press(0, from, window);
+  QTest::touchEvent(window, touch).move(0, to, window);
+  QTest::touchEvent(window, touch).release(0, to, window);
+  EXPECT_EQ(shown("txtA2"), low);
+  const QPointingDevice pen("pen", 7, QInputDevice::DeviceType::Stylus,
+                            QPointingDevice::PointerType::Pen, QInputDevice::Capability::Position,
+                            1, 1);
+  const QPoint last = Offscreen::inForm("txtC1", {10, 10});
+  for (const auto& [type, at, held] : {std::tuple{QEvent::MouseMove, from, Qt::NoButton},
+                                       {QEvent::MouseButtonPress, from, Qt::LeftButton},
+                                       {QEvent::MouseButtonRelease, last, Qt::NoButton}}) {
+    const auto button = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
+    QMouseEvent event(type, at, window->mapToGlobal(at), button, held, {}, &pen);
+    QCoreApplication::sendEvent(window, &event);
+  }
+  EXPECT_EQ(shown("txtC1"), low);
   sDecimalSep = "";
+}
+
+TEST(RealWindow, IsReadAndPickedFromByTheKeyboard) {
+  RealProgram program;
+  const auto shown = RealProgram::shown;
+  const auto press = [](Qt::Key key, Qt::KeyboardModifiers with = {}) {
+    QTest::keyClick(Offscreen::form().windowHandle(), key, with);
+    Offscreen::pump();
+  };
+  const auto picture = [] { return Offscreen::widget("picChart").grab(QRect(0, 100, 401, 400)); };
+  QWidget& chart = Offscreen::widget("picChart");
+  RealProgram::setText("txtTicker", "xyz");
+  chart.setFocus();
+  press(Qt::Key_Left);
+  EXPECT_EQ(shown("lblOpen"), "") << "no chart yet";
+  RealProgram::click("cmdChart");
+  Offscreen::form().activateWindow();  // again: the progress window came between
+  Offscreen::pump();
+  const QImage bare = picture().toImage();
+  const std::pair<Qt::Key, const char*> kKeys[] = {
+      {Qt::Key_Down, "60.25"},     {Qt::Key_Left, "50"},     {Qt::Key_Left, "51"},
+      {Qt::Key_Right, "50"},       {Qt::Key_PageUp, "80"},   {Qt::Key_PageDown, "50"},
+      {Qt::Key_PageDown, "60.25"}, {Qt::Key_Right, "60.25"}, {Qt::Key_End, "169"},
+      {Qt::Key_Left, "169"},       {Qt::Key_Home, "60.25"},
+  };
+  chart.setFocus();
+  for (const auto& [key, open] : kKeys) {
+    press(key);
+    EXPECT_EQ(shown("lblOpen"), open) << key;
+    EXPECT_EQ(shown("lblCurrent"), "60.5") << "the newest close";
+  }
+  EXPECT_NE(picture().toImage(), bare) << "the cross";
+  press(Qt::Key_Up);
+  const float above = std::stof(shown("lblCurrent"));
+  press(Qt::Key_Down, Qt::ControlModifier);
+  EXPECT_LT(std::stof(shown("lblCurrent")), 60.5F);
+  EXPECT_GT(above, 60.5F);
+  press(Qt::Key_Escape);
+  EXPECT_EQ(shown("lblCurrent"), "");
+  EXPECT_EQ(picture().toImage(), bare);
+  // Picked, carried past other bars, and dropped; then let go.
+  for (const auto& [way, dropped] : {std::pair{Qt::Key_Return, "49"}, {Qt::Key_Escape, ""}}) {
+    chart.setFocus();
+    for (const Qt::Key key : {Qt::Key_Left, Qt::Key_Left, Qt::Key_Enter, Qt::Key_Left}) press(key);
+    Offscreen::widget("txtA1").setFocus();
+    RealProgram::setText("txtA1", "");
+    press(way);
+    press(Qt::Key_Return);
+    EXPECT_EQ(shown("txtA1"), dropped);
+  }
+  chart.setFocus();
+  press(Qt::Key_End);
+  press(Qt::Key_Tab);
+  EXPECT_EQ(shown("lblOpen"), "60.25") << "left without a pick";
+  for (const auto& [box, price] : {std::pair{"txtA1", "50"}, {"txtB1", "60"}})
+    RealProgram::setText(box, price);
+  RealProgram::click("cmdCalculate");
+  RealProgram::click("chkShowA1");
+  EXPECT_TRUE(chart.accessibleDescription().endsWith("; A1 retracements 56.18, 55, 53.82"))
+      << chart.accessibleDescription().toStdString();
+  press(Qt::Key_F1);
+  EXPECT_EQ(program.services.log.back(), "help /opt/quintara/Helpfile.hlp 261 []");
 }
 
 TEST(RealWindow, MovesTheFocusInItsOrder) {

@@ -1,10 +1,11 @@
-# Reads the accessibility tree of the running window, then works the controls through it alone.
-import re, time
+# Reads the accessibility tree of the running window, then works the controls through it alone, and
+# the chart by keys. No mouse is used.
+import re, subprocess, time
 
 import gi
 
 gi.require_version("Atspi", "2.0")
-from gi.repository import Atspi
+from gi.repository import Atspi, GLib
 
 POINTS = ["A1, start of the up trend", "A2, other start of the up trend", "B1, end of the up move",
           "C1, end of the pull-back", "A3, start of the down trend",
@@ -22,12 +23,16 @@ CONTROLS = [(role, name) for role, names in [
 ] for name in names]
 LABELS = {f"A{number} {level}" for number in range(1, 5) for level in LEVELS} | {
     "Date of the bar", "Open", "High", "Low", "Close", "Price at the pointer"}
-SUMMARY = r"DEMO: (\d+) bars shown, \S+ to \S+, prices [\d.]+ to [\d.]+, newest close ([\d.]+)"
+SUMMARY = r"DEMO: (\d+) bars shown, \S+ to \S+, prices [\d.]+ to [\d.]+, newest close ([\d.]+)(.*)"
+BAR = (r"(Picked: )?Date of the bar: (\S+), Open: [\d.]+, High: ([\d.]+), Low: ([\d.]+), "
+       r"Close: ([\d.]+), Price at the pointer: ([\d.]+)")
+heard = []  # what the bus told of changed descriptions
 
 
 def wait(condition):  # for its first true result
     end = time.monotonic() + 10
     while not (result := condition()):
+        GLib.MainContext.default().iteration(False)
         assert time.monotonic() < end, "in vain, at the line above"
         time.sleep(0.05)
     return result
@@ -47,6 +52,25 @@ def find(name, state=Atspi.StateType.SHOWING):
 
 def press(name):
     Atspi.Action.do_action(find(name)[0], 0)
+
+
+def keys(*names):
+    subprocess.run(["xdotool", "key", *names], check=True)
+
+
+def focus(name, key):  # by the keyboard alone
+    for _ in range(40):
+        if find(name, Atspi.StateType.FOCUSED):
+            return
+        keys(key)
+        time.sleep(0.1)
+    assert False, name
+
+
+def hears(pattern, *by):  # what is said of the control in focus
+    heard.clear()
+    keys(*by)
+    return wait(lambda: next(filter(None, (re.fullmatch(pattern, text) for text in heard)), None))
 
 
 def summary():
@@ -69,9 +93,25 @@ close = Atspi.Text.get_text(find("Close of the newest bar")[0], 0, -1)
 assert close == drawn[2] and find(f"Close: {close}"), close
 press("Expand Chart")
 wait(lambda: int(summary()[1]) < int(drawn[1]))
-for name, price in ((POINTS[0], "23.17"), (POINTS[2], "31.45"), (POINTS[3], "27.80")):
-    Atspi.EditableText.set_text_contents(find(name)[0], price)
+
+# A session of keys: three bars are read, then A1, B1 and C1 picked.
+listener = Atspi.EventListener.new(lambda event: heard.append(event.source.get_description()))
+listener.register("object:property-change:accessible-description")
+focus("Price chart", "Tab")
+newest, older, third = hears(BAR, "Left"), hears(BAR, "Left"), hears(BAR, "Left")
+assert newest[5] == newest[6] == drawn[2], newest  # its close
+assert len({newest[2], older[2], third[2]}) == 3 and older[6] == newest[6]
+for name, way, price in ((POINTS[0], ["Left", "End"], 4), (POINTS[2], ["Left"], 3),
+                         (POINTS[3], ["Left", "Prior"], 4)):
+    focus("Price chart", "shift+Tab")
+    for key in way:
+        hears(BAR, key)
+    picked = hears(BAR, "Return")
+    assert picked[1]
+    focus(name, "Tab")
+    assert hears(r"Dropped: ([\d.]+)", "Return")[1] == picked[price], picked[0]
+    assert Atspi.Text.get_text(find(name)[0], 0, -1) == picked[price], name
 press("Calculate")
-wait(lambda: find("A1 retracement 38.2%: 28.287") and find("A2 retracement 38.2%"))
+wait(lambda: not find("A1 retracement 38.2%"))
 press("Show A1")
-wait(lambda: find("Show A1", Atspi.StateType.CHECKED))
+wait(lambda: re.search("; A1 retracements [\\d.]+, [\\d.]+, [\\d.]+", summary()[3]))

@@ -78,11 +78,22 @@ void Form::resizeEvent(QResizeEvent* event) {
   });
 }
 
-void Form::mouseMoveEvent(QMouseEvent* event) {
-  if (!owner_.MouseMove) {
-    return;
+void Form::mouseMoveEvent(QMouseEvent* event) { moveOverGround(toMouseEvent(*event)); }
+
+void Form::moveOverGround(const MouseEvent& move) {
+  if (owner_.MouseMove) {
+    dispatcher_.dispatch(*this, [this, move] { owner_.MouseMove(move); });
   }
-  dispatcher_.dispatch(*this, [this, move = toMouseEvent(*event)] { owner_.MouseMove(move); });
+}
+
+void Form::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Escape) {
+    leaveControls();
+  } else if (event->key() == Qt::Key_F1 && owner_.Help && !event->isAutoRepeat()) {
+    dispatcher_.dispatch(*this, [this] { owner_.Help(); });
+  } else {
+    QWidget::keyPressEvent(event);
+  }
 }
 
 void Form::closeEvent(QCloseEvent* event) {

@@ -17,6 +17,8 @@ class Form final : public QWidget {
 
   /// Shows the form; a dialog without taking the focus, over the window in use, and painted.
   void present();
+  /// As if the mouse had moved over the window's own background.
+  void leaveControls() { moveOverGround({}); }
   [[nodiscard]] bool isDialog() const { return dialog_; }
   /// The program's main window while it is on screen, or null: what messages stand over.
   static QWidget* mainForm();
@@ -24,10 +26,13 @@ class Form final : public QWidget {
  protected:
   void resizeEvent(QResizeEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
+  /// F1 asks for help; Escape is as if the pointer moved off to the window's ground.
+  void keyPressEvent(QKeyEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
 
  private:
   void presentDialog();
+  void moveOverGround(const MouseEvent& move);
 
   const Window& owner_;
   Dispatcher& dispatcher_;

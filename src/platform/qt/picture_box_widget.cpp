@@ -1,5 +1,7 @@
 #include "platform/qt/picture_box_widget.hpp"
 
+#include <QCoreApplication>
+#include <QLineEdit>
 #include <QMouseEvent>
 #include <QPainter>
 
@@ -77,6 +79,7 @@ void PictureBoxWidget::paintEvent(QPaintEvent* /*event*/) {
   painter.scale(1 / ratio, 1 / ratio);
   painter.drawImage(0, 0, image);
   painter.restore();
+  drawPointer(painter);
   if (hasFocus() && window()->testAttribute(Qt::WA_KeyboardFocusChange)) {
     painter.setPen(palette().color(QPalette::Highlight));
     painter.drawRect(rect().adjusted(0, 0, -1, -1));
@@ -114,6 +117,21 @@ void PictureBoxWidget::mouseReleaseEvent(QMouseEvent* event) {
     return;
   }
   dispatcher_.dispatch(*this, [this, mouse] { control_->MouseUp(mouse); });
+  if (event->buttons() == Qt::NoButton) {
+    hoverOverBoxUnder(*event);
+  }
+}
+
+/// Letting go over a text box is the first movement over it: a finger makes no other.
+void PictureBoxWidget::hoverOverBoxUnder(const QMouseEvent& release) {
+  const QPoint inWindow = mapTo(window(), release.position().toPoint());
+  auto* box = qobject_cast<QLineEdit*>(window()->childAt(inWindow));
+  if (box == nullptr) {
+    return;
+  }
+  QMouseEvent move(QEvent::MouseMove, box->mapFrom(window(), inWindow), release.globalPosition(),
+                   Qt::NoButton, Qt::NoButton, release.modifiers());
+  QCoreApplication::sendEvent(box, &move);
 }
 
 }  // namespace quintara

@@ -2,6 +2,7 @@
 #include <QLineEdit>
 #include <algorithm>
 
+#include "platform/qt/dispatcher.hpp"
 #include "platform/qt/make_control.hpp"
 #include "platform/qt/mouse.hpp"
 #include "platform/qt/units.hpp"
@@ -48,23 +49,42 @@ void QtTextBox::limitTyping() {
   widget_.setCursorPosition(cursor);
 }
 
-/// A box that takes part in the mouse's work shows the arrow, others invite to type. Which it is
-/// shows when the pointer comes: handlers are connected after the control was made.
-class PointerShape final : public QObject {
+/// A box that takes part in the mouse's work shows the arrow, others invite to type; and Enter
+/// moves the keyboard's pointer over it. Which it is shows late: handlers are connected after the
+/// control was made.
+class PointerTarget final : public QObject {
  public:
-  PointerShape(QLineEdit& widget, const Control& control) : QObject(&widget), control_(control) {
+  PointerTarget(QLineEdit& widget, const TextBox& control, Dispatcher& dispatcher)
+      : QObject(&widget), widget_(widget), control_(control), dispatcher_(dispatcher) {
     widget.installEventFilter(this);
+    connect(&widget, &QLineEdit::returnPressed, this, [this] { moveOver(); });
   }
-  bool eventFilter(QObject* watched, QEvent* event) override {
+  bool eventFilter(QObject* /*watched*/, QEvent* event) override {
     if (event->type() == QEvent::Enter) {
-      static_cast<QWidget&>(*watched).setCursor(control_.MouseMove ? Qt::ArrowCursor
-                                                                   : Qt::IBeamCursor);
+      widget_.setCursor(control_.MouseMove ? Qt::ArrowCursor : Qt::IBeamCursor);
+    } else if (event->type() == QEvent::FocusOut) {
+      widget_.setAccessibleDescription({});
     }
     return false;
   }
 
  private:
-  const Control& control_;
+  void moveOver() {
+    if (!control_.MouseMove) {
+      return;
+    }
+    dispatcher_.dispatch(widget_, [this] {
+      const std::string before = control_.Text();
+      control_.MouseMove({});
+      if (control_.Text() != before) {
+        widget_.setAccessibleDescription(QStringLiteral("Dropped: ") + toQt(control_.Text()));
+      }
+    });
+  }
+
+  QLineEdit& widget_;
+  const TextBox& control_;
+  Dispatcher& dispatcher_;
 };
 
 }  // namespace
@@ -76,7 +96,7 @@ std::unique_ptr<Control> makeTextBox(const ControlDesign& design, QWidget& paren
   auto box = std::make_unique<QtTextBox>(*widget, design.maxLength);
   box->setText(design.caption);
   new MouseMoveHook(*widget, *box, dispatcher);
-  new PointerShape(*widget, *box);
+  new PointerTarget(*widget, *box, dispatcher);
   return box;
 }
 
