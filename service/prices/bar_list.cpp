@@ -82,16 +82,21 @@ void BarList::sort() {
   std::vector<std::uint32_t> order(bars_.size());
   std::iota(order.begin(), order.end(), 0U);
   std::stable_sort(order.begin(), order.end(), [this](auto a, auto b) { return isBefore(a, b); });
-  DailyBars bars;
-  std::vector<Origin> origins;
-  bars.reserve(order.size());
-  origins.reserve(order.size());
-  for (const auto i : order) {
-    bars.push_back(bars_[i]);
-    origins.push_back(origins_[i]);
+  // Each circle of places is moved on by itself: a copy of all would take as much memory again.
+  for (std::uint32_t first = 0; first < order.size(); ++first) {
+    const DailyBar bar = bars_[first];
+    const Origin origin = origins_[first];
+    std::uint32_t place = first;
+    while (order[place] != first) {
+      const auto from = std::exchange(order[place], place);
+      bars_[place] = bars_[from];
+      origins_[place] = origins_[from];
+      place = from;
+    }
+    bars_[place] = bar;
+    origins_[place] = origin;
+    order[place] = place;
   }
-  bars_ = std::move(bars);
-  origins_ = std::move(origins);
 }
 
 // Where every row has the same time the time says nothing, and of two rows of a day the first in
