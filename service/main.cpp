@@ -5,8 +5,8 @@
 #include <iostream>
 
 #include "runtime/runtime_folder.hpp"
-#include "service/check.hpp"
 #include "service/commands/add_prices.hpp"
+#include "service/commands/check.hpp"
 #include "service/commands/list_prices.hpp"
 #include "service/desk/user_settings.hpp"
 #include "service/options.hpp"

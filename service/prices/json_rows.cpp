@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
-#include "service/text/csv_line.hpp"
+#include "service/text/lines.hpp"
 #include "service/text/text.hpp"
 
 namespace quintara::quotes {

@@ -9,7 +9,7 @@
 #include <map>
 
 #include "service/prices/json_rows.hpp"
-#include "service/text/csv_line.hpp"
+#include "service/text/lines.hpp"
 #include "service/text/text.hpp"
 
 namespace quintara::quotes {

@@ -2,8 +2,8 @@
 
 #include <map>
 
-#include "service/check.hpp"
 #include "service/commands/add_prices.hpp"
+#include "service/commands/check.hpp"
 #include "service/commands/list_prices.hpp"
 #include "temporary_folder.hpp"
 

@@ -9,7 +9,7 @@
 #include <set>
 
 #include "provider_server.hpp"
-#include "service/check.hpp"
+#include "service/commands/check.hpp"
 #include "service/desk/replies.hpp"
 #include "service/desk/request.hpp"
 #include "service/desk/standard_sources.hpp"

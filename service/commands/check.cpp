@@ -1,4 +1,4 @@
-#include "service/check.hpp"
+#include "service/commands/check.hpp"
 
 #include <algorithm>
 #include <array>

@@ -1,4 +1,4 @@
-#include "service/text/csv_line.hpp"
+#include "service/text/lines.hpp"
 
 #include <algorithm>
 
