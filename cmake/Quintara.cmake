@@ -33,6 +33,9 @@ else()
   target_link_options(quintara_settings INTERFACE $<$<CONFIG:Release>:-Wl,-z,relro,-z,now>)
 endif()
 
+# Made anew each time, so that nothing is left of a room or a header that is gone.
+file(REMOVE_RECURSE "${CMAKE_BINARY_DIR}/doors" "${CMAKE_BINARY_DIR}/walls")
+
 # quintara_doors(TARGET FOLDER): lets those who link TARGET include the headers of FOLDER, and no others.
 # The include directory is a folder of links to just these headers, so that a header whose room is not
 # linked is not found. Their paths begin below src/ or tests/, or at the project (service/...).
@@ -48,7 +51,6 @@ function(quintara_doors target folder)
   endforeach()
   set(doors "${CMAKE_BINARY_DIR}/doors/${target}")
   file(GLOB headers CONFIGURE_DEPENDS "${folder}/*.hpp")
-  file(REMOVE_RECURSE "${doors}/${path}")
   file(MAKE_DIRECTORY "${doors}/${path}")
   foreach(header IN LISTS headers)
     cmake_path(GET header FILENAME name)
@@ -83,6 +85,14 @@ function(quintara_room name)
     "folder ${ROOM_FOLDER}\nlinks ${ROOM_LINKS}\nsees $<TARGET_PROPERTY:${name},INCLUDE_DIRECTORIES>\n")
 endfunction()
 
+# quintara_outside(TARGET...): programs that are no room, but keep to the walls, too.
+function(quintara_outside)
+  foreach(name IN LISTS ARGN)
+    file(GENERATE OUTPUT "${CMAKE_BINARY_DIR}/walls/outside/${name}" CONTENT
+      "$<JOIN:$<TARGET_PROPERTY:${name},INCLUDE_DIRECTORIES>,\n>\n")
+  endforeach()
+endfunction()
+
 # quintara_test(NAME SOURCES... LINKS target... [ENVIRONMENT VAR=value...]): one GoogleTest program
 # and its entry in CTest.
 function(quintara_test name)
@@ -91,6 +101,7 @@ function(quintara_test name)
   target_link_libraries(${name}
     PRIVATE quintara_settings test_support ${TEST_LINKS} GTest::gmock GTest::gtest_main)
   set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/tests")
+  quintara_outside(${name})
   add_test(NAME ${name} COMMAND ${name})
   set_tests_properties(${name} PROPERTIES TIMEOUT 300 ENVIRONMENT "${TEST_ENVIRONMENT}")
 endfunction()

@@ -17,10 +17,10 @@ find build/coverage -name '*.gcda' -delete
 failed=0
 ctest --test-dir build/coverage --output-on-failure "$@" || failed=1
 mkdir -p build/coverage/report
-gcovr --root . --filter src/ --filter service/ --exclude-throw-branches \
+gcovr --root . --filter src/ --filter service/ --filter chartbook/ --exclude-throw-branches \
   --exclude-unreachable-branches --html-details build/coverage/report/index.html build/coverage
-gcovr --root . --filter src/ --filter service/ --exclude-throw-branches \
+gcovr --root . --filter src/ --filter service/ --filter chartbook/ --exclude-throw-branches \
   --exclude-unreachable-branches --branches --print-summary build/coverage |
   tee build/coverage/report/branches.txt | tail -n 3
-gcovr --root . --filter src/ --filter service/ build/coverage | tee build/coverage/report/lines.txt
+gcovr --root . --filter src/ --filter service/ --filter chartbook/ build/coverage | tee build/coverage/report/lines.txt
 exit "$failed"

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Runs clang-tidy over the program and the service. A file that passed is not checked again until
+# Runs clang-tidy over the programs. A file that passed is not checked again until
 # it, a header or the settings change.
 # Usage: tidy.sh BUILD-FOLDER
 set -euo pipefail
@@ -7,9 +7,9 @@ build=$1
 stamps=$build/tidy
 mkdir -p "$stamps"
 
-common=$(cat .clang-tidy $(git ls-files 'src/*.hpp' 'service/*.hpp') | sha256sum | cut -c1-16)
+common=$(cat .clang-tidy $(git ls-files 'src/*.hpp' 'service/*.hpp' 'chartbook/*.hpp') | sha256sum | cut -c1-16)
 todo=()
-files=$(git ls-files 'src/*.cpp' 'service/*.cpp')
+files=$(git ls-files 'src/*.cpp' 'service/*.cpp' 'chartbook/*.cpp')
 [ -f "$build/compile_commands.json" ] || { echo "tidy: $build is not configured" >&2; exit 1; }
 for file in $files; do
   key=$(sha256sum <"$file" | cut -c1-16)-$common

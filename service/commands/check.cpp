@@ -17,23 +17,26 @@ constexpr std::size_t kShownBars = 5;
 // How far the charts of the window reach back, the shortest first.
 struct Reach {
   const char* chart;
-  std::chrono::months months;
-  std::chrono::weeks weeks;
+  std::chrono::days days;
 };
 constexpr std::array<Reach, 6> kReaches{{
-    {"Daily, 6 months", std::chrono::months{6}, {}},
-    {"Daily, 12 months", std::chrono::months{12}, {}},
-    {"Daily, 18 months", std::chrono::months{18}, {}},
-    {"Daily, 24 months", std::chrono::months{24}, {}},
-    {"Weekly", {}, std::chrono::weeks{220}},
-    {"Monthly", std::chrono::months{120}, {}},
+    {"Daily, 6 months", std::chrono::days{182}},
+    {"Daily, 12 months", std::chrono::days{365}},
+    {"Daily, 18 months", std::chrono::days{547}},
+    {"Daily, 24 months", std::chrono::days{730}},
+    {"Weekly", std::chrono::weeks{220}},
+    {"Monthly", {}},
 }};
+constexpr std::chrono::months kMonthlyReach{120};
 
 bool reaches(const Reach& reach, Day today, Day day) {
+  if (reach.days.count() > 0) {
+    return today - reach.days <= day;
+  }
   const std::chrono::year_month_day date{today};
-  const auto month = date.year() / date.month() - reach.months;
+  const auto month = date.year() / date.month() - kMonthlyReach;
   const auto last = (month / std::chrono::last).day();
-  return Day{month / std::min(date.day(), last)} - reach.weeks <= day;
+  return Day{month / std::min(date.day(), last)} <= day;
 }
 
 // Writes nothing if every chart shows something of it.

@@ -13,8 +13,8 @@ namespace quintara {
 std::int16_t barsThatFit(float scaleWidth, std::int16_t spacing);
 
 /// At most all bars of the series but the oldest, which is never drawn; -1 for an empty series.
-/// For MaxMin, which reads rows up to index `iShown`: when today's quote is bar 1, row 0, that is
-/// one bar more than is drawn, and the row behind the oldest bar's is none.
+/// MaxMin reads rows up to index `iShown`. When today's quote, row 0, is a bar, that is one bar more
+/// than is drawn; were all bars drawn, it would read the empty row behind the last one and fail.
 std::int16_t withinSeries(std::int16_t bars, std::size_t count);
 
 /// Sets `iShown` to the bars of the series that fit into the chart area. Throws Overflow, or

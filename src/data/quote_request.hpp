@@ -29,9 +29,9 @@ Date startDate(std::int16_t iInterval, std::int16_t iDuration, Date today);
 
 // What is sent of a ticker: every character as typed, unchanged in case, blanks at its ends
 // included, in the table's keys s and z and in the quote's key s. Nothing is encoded here. On its
-// way out a URL has only what a request line cannot hold percent-encoded (encodedUrl): blanks,
-// controls, "#" and bytes beyond ASCII. So "+" and "%" arrive as they are, and "&" ends the key's
-// value.
+// way out (encodedUrl in platform/qt/http_client) a URL has only what a request line cannot hold
+// percent-encoded: blanks, controls, "#" and bytes beyond ASCII. So "+" and "%" arrive as they are,
+// and "&" ends the key's value.
 
 /// Target of the historical table's request; months are sent as the calendar counts them.
 std::string historyPath(const std::string& ticker, Date start, Date today, char intervalLetter);

@@ -14,14 +14,16 @@ work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
 declare -A links sees headers reach
+project=$PWD
 for room in "$build"/walls/*; do
+  [ -f "$room" ] || continue
   name=${room##*/}
   links[$name]=$(sed -n 's/^links //p' "$room" | tr ';' ' ')
   sees[$name]=$(sed -n 's/^sees //p' "$room" | sed 's/^/-I/; s/;/ -I/g')
   headers[$name]=$(cd "$build/doors/$name" && find . -name '*.hpp' -printf '%P\n')
 done
 all=$(printf '%s\n' "${headers[@]}" | sort)
-odd=$(comm -3 <(git ls-files 'src/*.hpp' 'service/*.hpp' 'chartbook/*.hpp' | sed 's#^src/##' | sort) <(echo "$all"))
+odd=$(comm -3 <(find src service chartbook -name '*.hpp' | sed 's#^src/##' | sort) <(echo "$all"))
 [ -z "$odd" ] || fail "in no room, or in two: $odd"
 
 # The rooms that one room reaches, itself included.
@@ -60,7 +62,15 @@ done
 [ "$upward" -ge 10 ] || fail "only $upward rooms had anything above them"
 
 # Full paths leave a compiler nothing to find beside the file that includes, nor above it.
-partial=$(git grep -hoE '^#include "[^"]*' -- {src,service,chartbook}/'*.'{cpp,hpp} |
-  sed 's/.*"//' | sort -u | comm -23 - <(echo "$all"))
+included() { grep -rhoE --include='*.[ch]pp' '^#include "[^"]*' "$@" | sed 's/.*"//' | sort -u; }
+partial=$(included src service chartbook | comm -23 - <(echo "$all"))
 [ -z "$partial" ] || fail "included, but not by a full path: $partial"
+
+# Tests, benchmark and the like include rooms through their doors alone, and otherwise what lies
+# beside them.
+[ "$(find "$build/walls/outside" -type f | wc -l)" -ge 8 ] || fail "hardly a program was looked at"
+past=$(cat "$build"/walls/outside/* | grep "^$project/" | grep -v "^$(realpath "$build")/" || true)
+[ -z "$past" ] || fail "include directories past the doors: $past"
+partial=$(included tests bench fuzz | grep / | grep -v '^support/' | comm -23 - <(echo "$all"))
+[ -z "$partial" ] || fail "included, but not through a door: $partial"
 exit "$failed"
