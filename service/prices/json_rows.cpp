@@ -138,7 +138,7 @@ class TreeBuilder : public json::json_sax_t {
     return true;
   }
 
-  json tree_;
+  json tree_{json::value_t::null};
   std::vector<json*> open_;  // from the outermost
   std::string key_;
 };

@@ -21,7 +21,8 @@ class Price {
   /// `digits` in units of 10^-places, both at least 0 and in the range above.
   Price(std::int64_t digits, int places);
 
-  auto operator<=>(const Price&) const = default;
+  bool operator==(const Price&) const = default;
+  std::strong_ordering operator<=>(const Price& other) const { return packed_ <=> other.packed_; }
 
   /// Plain digits with a point, no zeros at the end beyond the second decimal: 12.50, 1.09266.
   std::string text() const;

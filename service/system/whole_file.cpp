@@ -72,7 +72,7 @@ std::string putFile(int folder, const std::string& name, const std::string& text
     ::fsync(folder);
     return {};
   }
-  const std::string reason = reasonFor(errno);
+  std::string reason = reasonFor(errno);
   ::unlinkat(folder, aside.c_str(), 0);
   return reason;
 }
