@@ -11,8 +11,7 @@ namespace quintara::quotes {
 namespace {
 
 std::string shown(std::size_t line, std::string_view text) {
-  constexpr std::size_t kLongest = 40;
-  return "line " + std::to_string(line) + ": \"" + escaped(text.substr(0, kLongest)) + "\"";
+  return "line " + std::to_string(line) + ": " + quoted(text);
 }
 
 }  // namespace

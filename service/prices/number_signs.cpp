@@ -59,8 +59,7 @@ bool isBeside(std::string_view text) {
 }
 
 std::string shown(std::size_t line, std::string_view text) {
-  constexpr std::size_t kLongest = 40;
-  return "line " + std::to_string(line) + ": \"" + escaped(text.substr(0, kLongest)) + "\"";
+  return "line " + std::to_string(line) + ": " + quoted(text);
 }
 
 const char* nameOfSign(bool comma) { return comma ? "comma" : "point"; }

@@ -227,14 +227,12 @@ std::string missing(const PriceTable& table, const RowRules& rules) {
 }
 
 std::string shownLine(std::string_view text, std::size_t line) {
-  constexpr std::size_t kLongest = 120;
+  constexpr std::size_t kLongest = 200;
   TableRows rows(text, '\0');
   while (rows.next() && rows.line() < line) {
   }
-  const auto whole = rows.whole();
-  return whole.size() > kLongest
-             ? std::string()
-             : " in line " + std::to_string(line) + ": " + escaped(trimmed(whole));
+  const std::string whole = escaped(trimmed(rows.whole().substr(0, kLongest + 1)));
+  return whole.size() > kLongest ? "" : " in line " + std::to_string(line) + ": " + whole;
 }
 
 std::string lettersAndDigits(std::string_view text) {

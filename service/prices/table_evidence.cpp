@@ -113,11 +113,6 @@ struct Stamps {
   bool areOfTheNextDay() const { return late && sundays && !fridays; }
 };
 
-std::string quoted(std::string_view text) {
-  constexpr std::size_t kLongest = 40;
-  return "\"" + escaped(text.substr(0, kLongest)) + "\"";
-}
-
 // Sets which rows are wanted, or why none are.
 void chooseTicker(TableEvidence& evidence, const Tickers& tickers, const std::string& wanted) {
   for (const auto same : {equalIgnoringCase, sameTicker, almostSameTicker}) {

@@ -113,6 +113,12 @@ std::string escaped(std::string_view text) {
   return result;
 }
 
+std::string quoted(std::string_view text) {
+  constexpr std::size_t kLongest = 60;
+  const std::string shown = escaped(text.substr(0, kLongest + 1));
+  return "\"" + (shown.size() > kLongest ? "..." : shown) + "\"";
+}
+
 std::string percentEncoded(std::string_view text) {
   constexpr std::string_view kHex = "0123456789ABCDEF";
   std::string result;
