@@ -99,7 +99,7 @@ TEST(Check, TellsWhoAnswersWhomThatHidesAndWhichChartsStayEmpty) {
            {kTwo,
             "Days: 2 of 2 rows; rows left out: 0\n.*6-Nov-26,1.00,3.00,1.00,1.09266,0\n.*"
             "The quote that a chart gets: \"DEMO\",1.09266,"},
-           {kHeader + "2025-05-24,1,2,1,2\n", "shorter than: Daily, 18 months.\n"},
+           {kHeader + "2025-07-01,1,2,1,2\n", "shorter than: Daily, 18 months.\n"},
            {kHeader + "2022-09-05,1,2,1,2\n", "shorter than: Weekly.\n"},
            {kHeader + "2022-09-04,1,2,1,2\n", "shorter than: Monthly.\n"},
            {kHeader + "2016-11-22,1,2,1,2\n", "No chart reaches back to the newest day, 22-Nov-16"},
