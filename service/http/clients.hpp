@@ -40,6 +40,7 @@ class Clients {
   Client& at(int socket) { return clients_.at(socket); }
   bool isEmpty() const { return clients_.empty(); }
   bool isFull() const { return clients_.size() >= most_; }
+  std::size_t most() const { return most_; }
 
   /// The client takes a reply of this many bytes. When much is to be taken already, others that
   /// have not done so make room.

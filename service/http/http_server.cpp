@@ -47,6 +47,10 @@ void drain(int socket) {
   }
 }
 
+std::string refuseOneTooMany(const std::string&) {
+  throw Refusal(MHD_HTTP_SERVICE_UNAVAILABLE, "too many requests wait already");
+}
+
 void* began(void*, const char* target, MHD_Connection*) try {
   return new Exchange(target);
 } catch (const std::exception&) {
@@ -64,7 +68,8 @@ HttpServer::HttpServer(std::vector<Endpoint> endpoints, std::size_t workers, Log
       log_(std::move(log)),
       woken_(checked(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK), "cannot listen")),
       daemon_(startDaemon()),
-      workers_(std::make_unique<Workers>(workers)),
+      // So that the others who are connected can make room for whoever comes.
+      workers_(std::make_unique<Workers>(workers, clients_.most() / 2)),
       thread_(startThread([this] { run(); })) {}
 
 HttpServer::~HttpServer() {
@@ -237,8 +242,8 @@ MHD_Result HttpServer::handle(MHD_Connection* connection, const char* path, cons
   Client& client = clients_.at(socketOf(connection));
   if (client.state == Client::State::Asking && workers_ &&
       exchange.mayBeAnswered(connection, path, method, *client.endpoint)) {
-    workers_->add([this, &client, &exchange] {
-      exchange.ask(client.endpoint->answer, log_);
+    workers_->add([this, &client, &exchange](bool hasTurn) {
+      exchange.ask(hasTurn ? client.endpoint->answer : refuseOneTooMany, log_);
       client.answered = true;
       wake();
     });

@@ -4,7 +4,7 @@
 
 namespace quintara::quotes {
 
-Workers::Workers(std::size_t count) {
+Workers::Workers(std::size_t count, std::size_t most) : most_(most) {
   while (threads_.size() < count) {
     threads_.push_back(startThread([this](const std::stop_token& stop) { work(stop); }));
   }
@@ -18,11 +18,17 @@ Workers::~Workers() {
 }
 
 void Workers::add(Job job) {
-  {
-    const std::lock_guard lock(mutex_);
-    jobs_.push_back(std::move(job));
+  std::unique_lock lock(mutex_);
+  jobs_.push_back(std::move(job));
+  const Job tooMany = jobs_.size() > most_ ? std::move(jobs_.front()) : nullptr;
+  if (tooMany) {
+    jobs_.pop_front();
   }
+  lock.unlock();
   added_.notify_one();
+  if (tooMany) {
+    tooMany(false);
+  }
 }
 
 void Workers::work(const std::stop_token& stop) {
@@ -35,7 +41,7 @@ void Workers::work(const std::stop_token& stop) {
     const Job job = std::move(jobs_.back());
     jobs_.pop_back();
     lock.unlock();
-    job();
+    job(true);
   }
 }
 

@@ -17,6 +17,8 @@ FileHandle connectedTo(const Address& address, int family) {
   FileHandle client(::socket(family, SOCK_STREAM, 0));
   const int small = 4096;  // so that a long reply waits for its reader
   ::setsockopt(client.get(), SOL_SOCKET, SO_RCVBUF, &small, sizeof small);
+  const timeval patience{20, 0};
+  ::setsockopt(client.get(), SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience);
   EXPECT_EQ(::connect(client.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address),
             0);
   return client;

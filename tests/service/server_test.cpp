@@ -5,11 +5,13 @@
 #include <unistd.h>
 
 #include <atomic>
+#include <future>
 #include <map>
 #include <thread>
 
 #include "client.hpp"
 #include "service/http/http_server.hpp"
+#include "service/http/listening_socket.hpp"
 #include "service/prices/day_forms.hpp"
 #include "temporary_folder.hpp"
 
@@ -145,6 +147,31 @@ TEST_F(ServerTest, AnswersBehindACrowdThatIsSilentOrNeverReads) {
   const auto begin = Clock::now();
   EXPECT_THAT(wholeReply(server.historyPort(), tableOf("A+B")), StartsWith("HTTP/1.1 200 "));
   EXPECT_LT(Clock::now() - begin, milliseconds{4000});
+}
+
+TEST_F(ServerTest, TellsTheOldestOfTooManyWhoWaitAndAnswersTheNewest) {
+  std::promise<void> begun, released;
+  std::vector<Endpoint> endpoints;
+  endpoints.push_back({Endpoint::Kind::Port, listenOnLoopback(0), "/", [&](const std::string& at) {
+                         if (at == "/?first") {
+                           begun.set_value();
+                           released.get_future().wait();
+                         }
+                         return "prices";
+                       }});
+  const int port = portOf(endpoints.front().listening);
+  const HttpServer http(std::move(endpoints), 1, log);
+  std::vector<FileHandle> crowd;
+  for (std::string query = "?first"; crowd.size() < 600; query = "") {  // more than it keeps
+    crowd.push_back(connected(port));
+    send(crowd.back(), "GET /" + query + kRest);
+    if (crowd.size() == 1) {
+      begun.get_future().wait();
+    }
+  }
+  EXPECT_THAT(receive(crowd[1]), StartsWith("HTTP/1.1 503 "));
+  released.set_value();
+  EXPECT_THAT(receive(crowd.back()), EndsWith("prices"));
 }
 
 TEST_F(ServerTest, CutsOffSilentAndTricklingClients) {
