@@ -1,3 +1,5 @@
+#include <malloc.h>
+
 #include <csignal>
 #include <ctime>
 #include <exception>
@@ -17,6 +19,8 @@ namespace {
 
 using namespace quintara::quotes;
 
+constexpr int kLargeBlock = 1 << 20;  // bytes
+
 constexpr int kFailed = 1;
 constexpr int kBadSetting = 2;
 constexpr int kPortTaken = 3;
@@ -33,6 +37,9 @@ sigset_t blockStopSignals() {
 }
 
 int serve(const ServerSettings& settings) {
+  // What a large file took goes back at once. Else the C library begins to keep it, for each
+  // thread.
+  ::mallopt(M_MMAP_THRESHOLD, kLargeBlock);
   const sigset_t signals = blockStopSignals();
   Server server(settings);
   server.start();

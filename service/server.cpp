@@ -8,12 +8,13 @@
 #include "service/http/http_server.hpp"
 #include "service/http/listening_socket.hpp"
 #include "service/provider/provider_source.hpp"
+#include "service/sources/price_folder.hpp"
 
 namespace quintara::quotes {
 namespace {
 
-// However many wait for the provider, some are left for own files.
-constexpr std::size_t kWorkers = ProviderSource::kMostAtOnce + 4;
+// However many wait for the provider or a large file, some are left for small ones.
+constexpr std::size_t kWorkers = ProviderSource::kMostAtOnce + PriceFolder::kMostLarge + 4;
 
 }  // namespace
 

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "service/prices/report.hpp"
+#include "service/system/counted.hpp"
 #include "service/text/text.hpp"
 
 namespace quintara::quotes {
@@ -14,17 +15,6 @@ constexpr std::size_t kMostEntries = 32;
 constexpr int kTransfers = 4;  // at the same time; each may hold a large reply in memory
 constexpr std::chrono::seconds kFailureTime{5};
 constexpr auto kTooMany = "too many requests wait for its answers already";
-
-// One more for as long as it lives.
-struct Counted {
-  explicit Counted(std::atomic<int>& all) : count(all), number(++all) {}
-  Counted(const Counted&) = delete;
-  Counted& operator=(const Counted&) = delete;
-  ~Counted() { --count; }
-
-  std::atomic<int>& count;
-  const int number;
-};
 
 }  // namespace
 

@@ -1,6 +1,7 @@
 #include "service/sources/price_files.hpp"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 
 #include <algorithm>
 #include <array>
@@ -102,6 +103,13 @@ std::vector<std::string> PriceFiles::namesFor(const std::string& ticker) const {
   });
   std::sort(names.begin(), names.end(), goesBefore);
   return names;
+}
+
+std::size_t PriceFiles::sizeOf(const std::string& name) const {
+  struct stat found {};
+  return ::fstatat(descriptor(), name.c_str(), &found, AT_SYMLINK_NOFOLLOW) == 0
+             ? static_cast<std::size_t>(found.st_size)
+             : 0;
 }
 
 WholeFile PriceFiles::bytesOf(const std::string& name) const {

@@ -39,6 +39,8 @@ class PriceFiles {
   /// counts does not depend on the order of the directory. Throws std::system_error.
   std::vector<std::string> namesFor(const std::string& ticker) const;
 
+  /// In bytes; 0 if it is not there.
+  std::size_t sizeOf(const std::string& name) const;
   WholeFile bytesOf(const std::string& name) const;
 
  private:

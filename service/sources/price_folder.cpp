@@ -1,5 +1,6 @@
 #include "service/sources/price_folder.hpp"
 
+#include <optional>
 #include <ostream>
 #include <system_error>
 #include <utility>
@@ -7,11 +8,14 @@
 
 #include "service/prices/report.hpp"
 #include "service/sources/price_files.hpp"
+#include "service/system/counted.hpp"
 #include "service/system/whole_file.hpp"
 #include "service/text/text.hpp"
 
 namespace quintara::quotes {
 namespace {
+
+constexpr std::size_t kLargestSmall = std::size_t{1} << 20;  // bytes, a century of days
 
 Found foundIn(const std::string& name, PriceFile&& file) {
   return file.problem.empty()
@@ -35,7 +39,12 @@ Found PriceFolder::ask(const std::string& ticker, const See& see) {
     if (names.empty()) {
       return NotFound{};
     }
-    const std::lock_guard lock(reading_);
+    std::optional<Counted> request;
+    const bool large = files.sizeOf(names.front()) > kLargestSmall;
+    if (large && request.emplace(waiting_).number > kMostLarge) {
+      return Failed{"own prices: too many requests wait for large files already"};
+    }
+    const std::lock_guard turn(large ? large_ : small_);
     if (stop_.stop_requested()) {
       return Unusable{"the service is stopping"};
     }
@@ -57,6 +66,9 @@ Found PriceFolder::find(const std::string& ticker, Day) {
       log_.warning(name + ": bad lines left out: " + std::to_string(file.badLines));
     }
   });
+  if (const auto* failed = std::get_if<Failed>(&found)) {
+    log_.warning(failed->reason);
+  }
   const auto* unusable = std::get_if<Unusable>(&found);
   if (unusable != nullptr && !stop_.stop_requested()) {
     log_.warning(unusable->reason);

@@ -1,11 +1,12 @@
 #pragma once
 
+#include <atomic>
 #include <filesystem>
-#include <mutex>
 #include <stop_token>
 
 #include "service/sources/price_source.hpp"
 #include "service/system/log.hpp"
+#include "service/system/turns.hpp"
 
 namespace quintara::quotes {
 
@@ -13,6 +14,10 @@ namespace quintara::quotes {
 /// the log names the others. Read anew for every request, so that a changed file counts at once.
 class PriceFolder : public PriceSource {
  public:
+  /// So many requests may wait for large files, which are read one after the other; the next one
+  /// fails at once. Small files wait for no large one.
+  static constexpr int kMostLarge = 4;
+
   /// Once `stop` is requested files are refused instead of read: clients that wait for their turn
   /// with large ones must not hold up the end of the service.
   PriceFolder(std::filesystem::path folder, Log log, std::stop_token stop = {});
@@ -28,7 +33,9 @@ class PriceFolder : public PriceSource {
   const std::filesystem::path folder_;
   const Log log_;
   const std::stop_token stop_;
-  std::mutex reading_;  ///< one file in memory at a time, however many clients ask
+  std::atomic<int> waiting_ = 0;  ///< for large files
+  Turns large_{1};
+  Turns small_{2};  ///< so that there is computing time for whoever connects meanwhile
 };
 
 }  // namespace quintara::quotes

@@ -2,6 +2,7 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <future>
 #include <map>
 
 #include "service/desk/replies.hpp"
@@ -126,6 +127,22 @@ TEST_F(QuoteDeskTest, FindsFilesInAnyCaseAndSeesTheirChanges) {
   EXPECT_EQ(reply("2026-11-06", "t?s=.X&a=10&b=1&c=2026&d=11&e=6&f=2026&g=d"), kHeader);
   EXPECT_THAT(logged, HasSubstr(".X has 1 day from 27-Sep-26 to 27-Sep-26, but none within"
                                 " 1-Oct-26 to 5-Nov-26\n"));
+}
+
+TEST_F(QuoteDeskTest, LetsFewWaitForLargeFiles) {
+  folder.write("LARGE.csv", kHeader + std::string(1'200'000, 'x') + "\n2026-11-05,1,3,1,3\n");
+  PriceFolder source(folder.path, log);
+  std::vector<std::future<Found>> crowd(3 * PriceFolder::kMostLarge);
+  for (auto& found : crowd) {
+    found = std::async(std::launch::async, [&] { return source.find("LARGE", Day{}); });
+  }
+  std::map<std::size_t, int> kinds;
+  for (auto& found : crowd) {
+    ++kinds[found.get().index()];
+  }
+  EXPECT_GE(kinds[Found(DailyBars{}).index()], PriceFolder::kMostLarge);
+  EXPECT_GE(kinds[Found(Failed{}).index()], 1);
+  EXPECT_THAT(logged, HasSubstr("too many requests wait for large files"));
 }
 
 DailyBars simulated(const char* ticker, Day today) {
