@@ -127,11 +127,11 @@ void BarList::dropRepetitions() {
 
 void BarList::merge() {
   std::size_t days = 0;
-  for (std::size_t i = 0; i < bars_.size(); ++i) {
-    if (days > 0 && bars_[days - 1].date == bars_[i].date) {
-      join(bars_[days - 1], bars_[i]);
+  for (const DailyBar& bar : bars_) {
+    if (days > 0 && bars_[days - 1].date == bar.date) {
+      join(bars_[days - 1], bar);
     } else {
-      bars_[days++] = bars_[i];
+      bars_[days++] = bar;
     }
   }
   result_.rows = bars_.size();

@@ -2,7 +2,6 @@
 
 #include <langinfo.h>
 
-#include <locale.h>
 #include <algorithm>
 #include <array>
 #include <clocale>
