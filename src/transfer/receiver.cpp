@@ -3,6 +3,8 @@
 #include <netinet/in.h>
 
 #include <algorithm>
+#include <array>
+#include <cstdlib>
 #include <cstring>
 #include <new>
 
@@ -18,12 +20,19 @@ std::string portOf(const sockaddr& address) {
   return std::to_string(ntohs(port));
 }
 
+bool proxyIsNamed() {
+  constexpr std::array kNames{"http_proxy", "https_proxy", "HTTPS_PROXY", "all_proxy", "ALL_PROXY"};
+  return std::any_of(kNames.begin(), kNames.end(),
+                     [](const char* name) { return std::getenv(name) != nullptr; });
+}
+
 }  // namespace
 
 Receiver::Receiver(const TransferRequest& request)
     : limits_(request.limits),
       redirected_(request.redirected),
       to_(urlParts(request.url)),
+      mayBeProxied_(to_ && !leadsToThisComputer(to_->host) && proxyIsNamed()),
       tooLarge_("the reply is larger than " + std::to_string(limits_.bytes >> 20U) + " MB") {}
 
 std::size_t Receiver::refuse(const char* why) {
@@ -59,13 +68,14 @@ std::size_t Receiver::takeHeader(char* /*data*/, std::size_t size, std::size_t c
 }
 
 // Sees the address before anything is sent there. A connection to another port than the one that is
-// asked for is to a proxy.
+// asked for is to a proxy; one to the same port may be, which then is no proof that the reply is
+// from this computer.
 curl_socket_t Receiver::open(void* receiver, curlsocktype /*purpose*/, curl_sockaddr* address) {
   auto& self = *static_cast<Receiver*>(receiver);
   const bool local = address->family == AF_UNIX;
   const bool direct = !local && self.to_ && self.to_->port == portOf(address->addr);
   const bool here = local || (direct && isThisComputer(address->addr, address->addrlen));
-  self.here_ = self.here_ && here;
+  self.here_ = self.here_ && here && !self.mayBeProxied_;
   if (here && self.redirected_) {
     self.refuse("a redirect to this computer");
     return CURL_SOCKET_BAD;

@@ -32,6 +32,7 @@ class Receiver {
   const TransferLimits limits_;
   const bool redirected_;
   const std::optional<UrlParts> to_;
+  const bool mayBeProxied_;
   const std::string tooLarge_;
   const char* refusal_ = nullptr;
   bool here_ = true;

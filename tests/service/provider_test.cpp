@@ -160,12 +160,15 @@ TEST_F(ProviderTest, GoesThroughTheProxyAndNotFromFarAwayToThisComputer) {
   ProviderServer proxy(answer);
   ::setenv("http_proxy", proxy.host.c_str(), 1);
   ::setenv("https_proxy", proxy.host.c_str(), 1);
-  for (const auto& [code, scheme, expected] :
-       {std::tuple{200, "http", "2.00,"},
-        {302, "http", "provider.example: X&Y: table: a redirect to this computer"},
-        {407, "https", "provider.example: X&Y: table: the proxy answered 407"}}) {
+  const std::string samePort = proxy.host.substr(proxy.host.find(':'));
+  for (const auto& [code, scheme, toPort, expected] :
+       {std::tuple{200, "http", std::string(), "2.00,"},
+        {302, "http", "", "provider.example: X&Y: table: a redirect to this computer"},
+        {302, "http", samePort, "provider.example: X&Y: table: a redirect to this computer"},
+        {407, "https", "", "provider.example: X&Y: table: the proxy answered 407"}}) {
     status = code;
-    const std::string url = std::string(scheme) + "://provider.example/{symbol}?{key}";
+    const std::string url =
+        std::string(scheme) + "://provider.example" + toPort + "/{symbol}?{key}";
     EXPECT_THAT(found(settings("", url)), HasSubstr(expected));
   }
   const std::size_t asked = proxy.targets.size();
