@@ -3,7 +3,7 @@
 namespace quintara::quotes {
 namespace {
 
-std::string quoted(const std::string& text) { return '"' + text + '"'; }
+std::string quotedField(const std::string& text) { return '"' + text + '"'; }
 
 }  // namespace
 
@@ -22,8 +22,8 @@ std::string tableText(const DailyBars& bars, Day first) {
 std::string quoteText(const std::string& ticker, const DailyBars& bars, Day today) {
   const DailyBar& bar = bars.back();
   const bool traded = bar.date == today;
-  std::string text = quoted(ticker) + ',' + bar.close.text() + ',' + quoted(quoteDate(bar.date)) +
-                     ',' + quoted("4:00pm") + ',';
+  std::string text = quotedField(ticker) + ',' + bar.close.text() + ',' +
+                     quotedField(quoteDate(bar.date)) + ',' + quotedField("4:00pm") + ',';
   text += bars.size() > 1 ? changeText(bar.close, bars[bars.size() - 2].close) : "N/A";
   for (const Price price : {bar.open, bar.high, bar.low}) {
     text += ',' + (traded ? price.text() : "N/A");

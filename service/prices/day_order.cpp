@@ -11,7 +11,7 @@ namespace quintara::quotes {
 namespace {
 
 std::string shown(std::size_t line, std::string_view text) {
-  return "line " + std::to_string(line) + ": " + quoted(text);
+  return "line " + std::to_string(line) + ": " + inQuotes(text);
 }
 
 }  // namespace

@@ -59,7 +59,7 @@ bool isBeside(std::string_view text) {
 }
 
 std::string shown(std::size_t line, std::string_view text) {
-  return "line " + std::to_string(line) + ": " + quoted(text);
+  return "line " + std::to_string(line) + ": " + inQuotes(text);
 }
 
 const char* nameOfSign(bool comma) { return comma ? "comma" : "point"; }

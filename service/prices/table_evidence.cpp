@@ -120,8 +120,8 @@ void chooseTicker(TableEvidence& evidence, const Tickers& tickers, const std::st
     std::copy_if(tickers.names.begin(), tickers.names.end(), std::back_inserter(found),
                  [&](const std::string& name) { return same(name, wanted); });
     if (found.size() > 1) {
-      evidence.problem = "the column of tickers has " + quoted(found[0]) + " and " +
-                         quoted(found[1]) + ", either of which may be " + escaped(wanted) +
+      evidence.problem = "the column of tickers has " + inQuotes(found[0]) + " and " +
+                         inQuotes(found[1]) + ", either of which may be " + escaped(wanted) +
                          ": keep the rows of one";
       return;
     }
@@ -131,7 +131,7 @@ void chooseTicker(TableEvidence& evidence, const Tickers& tickers, const std::st
     }
   }
   evidence.problem = "line " + std::to_string(tickers.line) + ": these are prices of " +
-                     quoted(tickers.first) + ", not of " + escaped(wanted) +
+                     inQuotes(tickers.first) + ", not of " + escaped(wanted) +
                      ": name the file after its ticker, or take the column of tickers out";
 }
 

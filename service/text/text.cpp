@@ -113,7 +113,7 @@ std::string escaped(std::string_view text) {
   return result;
 }
 
-std::string quoted(std::string_view text) {
+std::string inQuotes(std::string_view text) {
   constexpr std::size_t kLongest = 60;
   const std::string shown = escaped(text.substr(0, kLongest + 1));
   return "\"" + (shown.size() > kLongest ? "..." : shown) + "\"";

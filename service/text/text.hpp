@@ -29,7 +29,7 @@ std::string escaped(std::string_view text);
 
 /// The same between quotation marks; only "..." where that would be long. Whole or not at all:
 /// whoever hides a secret in it must not meet half of it.
-std::string quoted(std::string_view text);
+std::string inQuotes(std::string_view text);
 
 /// Everything but letters, digits and -._~ as %NN.
 std::string percentEncoded(std::string_view text);
