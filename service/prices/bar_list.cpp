@@ -10,6 +10,17 @@ namespace {
 
 constexpr std::size_t kComplaints = 100;
 
+bool haveOtherPrices(const DailyBar& one, const DailyBar& other) {
+  return std::tie(one.open, one.high, one.low, one.close) !=
+         std::tie(other.open, other.high, other.low, other.close);
+}
+
+// Trades of one second have one price each, and bars of one second overlap.
+bool areOfTwoMarkets(const DailyBar& one, const DailyBar& other) {
+  const bool trades = one.high == one.low || other.high == other.low;
+  return !trades && (one.high < other.low || other.high < one.low);
+}
+
 void join(DailyBar& day, const DailyBar& later) {
   day.high = std::max(day.high, later.high);
   day.low = std::min(day.low, later.low);
@@ -109,7 +120,11 @@ void BarList::dropRepetitions() {
   std::size_t kept = 0;
   for (std::size_t i = 0; i < bars_.size(); ++i) {
     const bool again = kept > 0 && !isBefore(kept - 1, i);
-    if (!again || (timed && origins_[i].second != 0 && bars_[i] != bars_[kept - 1])) {
+    const bool moment = timed && origins_[i].second != 0;
+    if (again && (moment ? areOfTwoMarkets : haveOtherPrices)(bars_[i], bars_[kept - 1])) {
+      contradict(origins_[kept - 1].number, origins_[i].number);
+    }
+    if (!again || (moment && bars_[i] != bars_[kept - 1])) {
       bars_[kept] = bars_[i];
       origins_[kept++] = origins_[i];
       continue;
@@ -123,6 +138,21 @@ void BarList::dropRepetitions() {
     }
   }
   bars_.resize(kept);
+  if (contradictions_ >= 2 && 2 * contradictions_ >= kept) {
+    bars_.clear();
+  } else {
+    contradiction_.clear();
+  }
+}
+
+void BarList::contradict(std::size_t one, std::size_t other) {
+  if (++contradictions_ == 1) {
+    contradiction_ = std::string(kind_) + " " + std::to_string(std::max(one, other)) +
+                     ": other prices than " + std::string(kind_) + " " +
+                     std::to_string(std::min(one, other)) +
+                     " at the same time, and so in many more: keep the rows of one ticker, or add "
+                     "the time of day";
+  }
 }
 
 void BarList::merge() {
@@ -148,8 +178,9 @@ PriceRows BarList::finish() {
   if (result_.bars.empty()) {
     const std::string bad =
         "no usable " + std::string(kind_) + ", " + std::to_string(result_.badLines) + " bad ones";
-    result_.problem =
-        result_.complaints.empty() ? "no rows" : bad + ", " + result_.complaints.front();
+    result_.problem = !contradiction_.empty()      ? contradiction_
+                      : result_.complaints.empty() ? "no rows"
+                                                   : bad + ", " + result_.complaints.front();
   }
   return std::move(result_);
 }

@@ -26,7 +26,8 @@ struct PriceRows {
 
 /// Collects rows in any order and makes one bar of each day: the first open, the highest high, the
 /// lowest low, the last close and the whole volume by the times of its rows. Of rows without a time
-/// the first of a day stands; a row that repeats another one is left out and counted.
+/// the first of a day stands; a row that repeats another one is left out and counted. Where half of
+/// the rows contradict others they are of several tickers, and there are no bars.
 class BarList {
  public:
   /// `kind` is what a row is called in complaints; `most` rows are expected at most.
@@ -54,6 +55,7 @@ class BarList {
   void sort();
   void dropRepetitions();
   void merge();
+  void contradict(std::size_t one, std::size_t other);
   void complain(std::size_t number, const std::string& why);
   void keepPending(bool remarks);
 
@@ -63,6 +65,8 @@ class BarList {
   std::vector<LeftOut> pending_;  ///< the first since the last good row
   std::size_t pendingRows_ = 0;
   std::size_t pendingRemarks_ = 0;
+  std::size_t contradictions_ = 0;
+  std::string contradiction_;  ///< the first
   PriceRows result_;
 };
 

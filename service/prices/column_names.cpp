@@ -168,7 +168,9 @@ constexpr std::array kNames{
         "KL|KLGD|Khối lượng giao dịch|Volume perdagangan|ปริมาณ|ปริมาณการซื้อขาย|จำนวน"},
     Names{Use::Volume, 1,
           "Tick Volume|Tickvol|Tick Vol|Real Volume|Vol Base|Base Volume|Umsatz|Forgalom|Hacim|"
-          "Volumefrom|Volume From|Base Asset Volume"},
+          "Volumefrom|Volume From|Base Asset Volume|Umsatz Stück|Volumen Títulos|Volume "
+          "Totale|Vaihto|"
+          "מחזור|Size|Trade Size"},
     Names{Use::Ticker, 0,
           "Ticker|Symbol|Ticker Symbol|Stock Symbol|Sym|Trading Symbol|Symbole|Símbolo|Simbolo|"
           "Symbool|Symboli|Szimbólum|Simbol|Sembol|Σύμβολο|Тикер|Тікер|Символ|Kürzel|Tickersymbol|"
