@@ -13,8 +13,9 @@ namespace quintara {
 std::int16_t barsThatFit(float scaleWidth, std::int16_t spacing);
 
 /// At most all bars of the series but the oldest, which is never drawn; -1 for an empty series.
-/// MaxMin reads rows up to index `iShown`. When today's quote, row 0, is a bar, that is one bar more
-/// than is drawn; were all bars drawn, it would read the empty row behind the last one and fail.
+/// MaxMin reads rows up to index `iShown`. When today's quote, row 0, is a bar, that is one bar
+/// more than is drawn; were all bars drawn, it would read the empty row behind the last one and
+/// fail.
 std::int16_t withinSeries(std::int16_t bars, std::size_t count);
 
 /// Sets `iShown` to the bars of the series that fit into the chart area. Throws Overflow, or

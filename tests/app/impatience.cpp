@@ -82,9 +82,9 @@ class Trader {
   /// Somewhere on some control, or on the chart.
   QPoint somewhere(const QWidget& form, bool onChart = false) {
     const auto all = form.findChildren<QWidget*>();
-    const QWidget& control =
-        onChart ? RealProgram::widget("picChart") : *all[below(static_cast<int>(all.size()))];
-    return control.mapTo(&form, in(control));
+    const QWidget* const control =
+        onChart ? &RealProgram::widget("picChart") : all[below(static_cast<int>(all.size()))];
+    return control->mapTo(&form, in(*control));
   }
   void disturb(QWidget& form) {
     constexpr Qt::MouseButton kButtons[] = {Qt::LeftButton, Qt::LeftButton, Qt::RightButton};

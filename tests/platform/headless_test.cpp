@@ -70,9 +70,9 @@ TEST(Headless, DrawsTheWindowsPictureButForTheInkOfItsTexts) {
   Platform real = services.platform();
   const auto form = Main({toolkit, real.screen, services, services, services, services, services},
                          {"history", "quotes"});
-  const auto& chart = Offscreen::widget<PictureBoxWidget>("picChart");
-  const Raster& expected = chart.raster();
-  const double ratio = chart.devicePixelRatioF();
+  const auto* const chart = &Offscreen::widget<PictureBoxWidget>("picChart");
+  const Raster& expected = chart->raster();
+  const double ratio = chart->devicePixelRatioF();
   QtGlyphs windows(formFont(8.25F, false));
   windows.setScale(ratio);
   Blocks blocks(windows);
