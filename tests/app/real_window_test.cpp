@@ -3,6 +3,7 @@
 #include <QImage>
 #include <QPixmap>
 #include <QPointingDevice>
+#include <memory>
 
 #include "app/layout.hpp"
 #include "support/real_program.hpp"
@@ -40,10 +41,10 @@ TEST(RealWindow, PassesPointerMovesToTheControlsThatTakeThem) {
   // A finger, then a pen.
   const QPoint from = Offscreen::inForm("picChart", {250, 300});
   const QPoint to = Offscreen::inForm("txtA2", {10, 10});
-  auto* touch = QTest::createTouchDevice();
-  QTest::touchEvent(window, touch).press(0, from, window);
-  QTest::touchEvent(window, touch).move(0, to, window);
-  QTest::touchEvent(window, touch).release(0, to, window);
+  const std::unique_ptr<QPointingDevice> touch(QTest::createTouchDevice());
+  QTest::touchEvent(window, touch.get()).press(0, from, window);
+  QTest::touchEvent(window, touch.get()).move(0, to, window);
+  QTest::touchEvent(window, touch.get()).release(0, to, window);
   EXPECT_EQ(shown("txtA2"), low);
   const QPointingDevice pen("pen", 7, QInputDevice::DeviceType::Stylus,
                             QPointingDevice::PointerType::Pen, QInputDevice::Capability::Position,
