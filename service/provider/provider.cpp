@@ -122,10 +122,13 @@ std::string Provider::withExcerpt(const std::string& what, std::string_view outs
 
 PriceRows Provider::read(const Part& part, const std::string& body, const Filling& filling) const {
   const std::lock_guard lock(reading_);
-  const bool json = part.shape.format == ReplyShape::Format::Json;
-  PriceRows rows =
-      json ? parseJsonRows(body, filled(part.shape.rows, forPointer(filling), false), part.rules)
-           : parsePriceFile(body, part.rules);
+  PriceRows rows;
+  if (part.shape.format == ReplyShape::Format::Json) {
+    rows = parseJsonRows(body, filled(part.shape.rows, forPointer(filling), false), part.rules);
+  } else {
+    PriceFile file = parsePriceFile(body, part.rules);
+    rows = std::move(static_cast<PriceRows&>(file));  // how it was read is for files to say
+  }
   hideKey(rows, settings_.key);
   return rows;
 }
