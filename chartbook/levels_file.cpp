@@ -1,5 +1,5 @@
 #include "chartbook/files.hpp"
-#include "chartbook/whole_file.hpp"
+#include "chartbook/new_file.hpp"
 
 namespace quintara::chartbook {
 namespace {
@@ -18,7 +18,7 @@ std::string field(const std::string& text) {
 }  // namespace
 
 void writeLevelsFile(const std::filesystem::path& path, const Reports& reports) {
-  WholeFile file(path);
+  NewFile file(path);
   file.write("Ticker,Date,Close,Set,Level,Value,Distance\n");
   for (std::size_t piece = 0; piece < reports.size(); ++piece) {
     const Report report = reports.at(piece);

@@ -2,8 +2,8 @@
 #include <cmath>
 
 #include "chartbook/files.hpp"
+#include "chartbook/new_file.hpp"
 #include "chartbook/page_style.hpp"
-#include "chartbook/whole_file.hpp"
 #include "service/prices/day_forms.hpp"
 #include "service/text/text.hpp"
 #include "values/text.hpp"
@@ -128,7 +128,7 @@ void writePage(const std::filesystem::path& path, const Reports& reports, quotes
   const auto good = std::partition_point(order.begin(), order.end(), isGood);
   const std::size_t failed = static_cast<std::size_t>(order.end() - good);
   const std::string title = "Charts of " + quotes::momentText(today, "%Y-%m-%d");
-  WholeFile file(path);
+  NewFile file(path);
   file.write(
       "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
       "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n" +

@@ -1,8 +1,8 @@
 #include "chartbook/studio.hpp"
 
 #include "chartbook/captions.hpp"
+#include "chartbook/new_file.hpp"
 #include "chartbook/png.hpp"
-#include "chartbook/whole_file.hpp"
 #include "service/desk/user_settings.hpp"
 
 namespace quintara::chartbook {
@@ -35,7 +35,7 @@ Report Studio::draw(const Order& order, const std::filesystem::path& picture) {
   report.picture = picture.filename().string();
   report.width = options_.size.width;
   report.height = options_.size.height;
-  WholeFile file(picture);
+  NewFile file(picture);
   file.write(pngOf(session.chart().raster()));
   file.commit();
   return report;

@@ -9,14 +9,14 @@ namespace quintara::chartbook {
 
 /// A file that is there whole or not at all: written beside its place and renamed. Signals that end
 /// the program wait meanwhile. Every function throws std::system_error that names the file.
-class WholeFile {
+class NewFile {
  public:
   /// Makes the folder, too, if need be.
-  explicit WholeFile(std::filesystem::path path);
-  WholeFile(const WholeFile&) = delete;
-  WholeFile& operator=(const WholeFile&) = delete;
+  explicit NewFile(std::filesystem::path path);
+  NewFile(const NewFile&) = delete;
+  NewFile& operator=(const NewFile&) = delete;
   /// Without commit() nothing is left.
-  ~WholeFile();
+  ~NewFile();
 
   void write(std::string_view bytes);
   void commit();

@@ -1,4 +1,4 @@
-#include "chartbook/whole_file.hpp"
+#include "chartbook/new_file.hpp"
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -9,7 +9,7 @@
 
 namespace quintara::chartbook {
 
-WholeFile::WholeFile(std::filesystem::path path) : path_(std::move(path)) {
+NewFile::NewFile(std::filesystem::path path) : path_(std::move(path)) {
   if (path_.has_parent_path()) {
     std::filesystem::create_directories(path_.parent_path());
   }
@@ -32,7 +32,7 @@ WholeFile::WholeFile(std::filesystem::path path) : path_(std::move(path)) {
   }
 }
 
-WholeFile::~WholeFile() {
+NewFile::~NewFile() {
   if (file_ >= 0) {
     ::close(file_);
   }
@@ -42,11 +42,11 @@ WholeFile::~WholeFile() {
   sigprocmask(SIG_SETMASK, &before_, nullptr);
 }
 
-void WholeFile::fail() const {
+void NewFile::fail() const {
   throw std::system_error(errno, std::generic_category(), path_.string());
 }
 
-void WholeFile::write(std::string_view bytes) {
+void NewFile::write(std::string_view bytes) {
   constexpr std::size_t kEnough = std::size_t{1} << 16U;
   buffer_ += bytes;
   if (buffer_.size() >= kEnough) {
@@ -54,7 +54,7 @@ void WholeFile::write(std::string_view bytes) {
   }
 }
 
-void WholeFile::flush() {
+void NewFile::flush() {
   std::string_view rest = buffer_;
   while (!rest.empty()) {
     const ssize_t written = ::write(file_, rest.data(), rest.size());
@@ -66,7 +66,7 @@ void WholeFile::flush() {
   buffer_.clear();
 }
 
-void WholeFile::commit() {
+void NewFile::commit() {
   flush();
   if (::close(std::exchange(file_, -1)) != 0 || ::rename(part_.c_str(), path_.c_str()) != 0) {
     fail();
