@@ -15,7 +15,11 @@ std::string DeskClient::OpenURL(const std::string& url, int /*dataType*/) {
   try {
     return target.starts_with("/table.csv") ? desk_.table(target) : desk_.quote(target);
   } catch (const quotes::Refusal& refusal) {
+    constexpr int kNoPrices = 404;
     reason_ = refusal.what();
+    if (refusal.status == kNoPrices && !hint_.empty()) {
+      reason_ += ". " + hint_;
+    }
   } catch (const std::exception& error) {
     reason_ = quotes::escaped(error.what());
   }

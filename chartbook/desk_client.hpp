@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 
 #include "platform/platform.hpp"
 #include "service/desk/quote_desk.hpp"
@@ -11,15 +12,21 @@ namespace quintara::chartbook {
 /// service on the network.
 class DeskClient final : public HttpClient {
  public:
-  /// The desk must outlive the client.
-  explicit DeskClient(const quotes::QuoteDesk& desk) : desk_(desk) {}
+  /// The desk must outlive the client. What it refuses for want of prices gets `hint` as one more
+  /// sentence, if there is one.
+  explicit DeskClient(const quotes::QuoteDesk& desk, std::string hint = {})
+      : desk_(desk), hint_(std::move(hint)) {}
 
   std::string OpenURL(const std::string& url, int dataType) override;
-  /// Why the last request that failed did so; empty if none has. Forgotten by taking it.
+  /// For the desk's remarks: a reason that no reply of its can tell.
+  void note(const std::string& why) { reason_ = why; }
+  /// Why the last request that failed, or brought nothing, did so; empty if none has. Forgotten by
+  /// taking it.
   std::string takeReason();
 
  private:
   const quotes::QuoteDesk& desk_;
+  const std::string hint_;
   std::string reason_;
 };
 

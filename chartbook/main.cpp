@@ -20,15 +20,8 @@ namespace quotes = quintara::quotes;
 constexpr int kFailed = 1;
 constexpr int kBadFlag = 2;
 
-/// No text, for a calculator without a picture.
-struct NoGlyphs final : quintara::GlyphSource {
-  const quintara::Glyph& glyph(char32_t /*character*/) override { return empty; }
-  [[nodiscard]] int lineHeight() const override { return 0; }
-  quintara::Glyph empty;
-};
-
 void calculate(const Options& options) {
-  NoGlyphs glyphs;
+  quintara::NoGlyphs glyphs;
   const quotes::QuoteDesk desk({}, quotes::localToday);
   DeskClient client(desk);
   Session session(glyphs, client, quotes::localToday(), {});
@@ -46,9 +39,7 @@ void calculate(const Options& options) {
   }
 }
 
-std::string pictureName(const Order& order) {
-  return quotes::upperCase(order.fields.at(kTicker)) + ".png";
-}
+std::string pictureName(const Order& order) { return order.fields.at(kTicker) + ".png"; }
 
 void drawOne(const Options& options) {
   Studio studio(options);
@@ -66,7 +57,7 @@ std::vector<std::string> pictureNames(const std::vector<Order>& orders) {
   std::map<std::string, int> last;
   std::vector<std::string> names;
   for (const Order& order : orders) {
-    const std::string ticker = quotes::upperCase(order.fields.at(kTicker));
+    const std::string& ticker = order.fields.at(kTicker);
     std::string name = pictureName(order);
     for (int& number = last.try_emplace(ticker, 1).first->second; !taken.insert(name).second;) {
       name = ticker + "-" + std::to_string(++number) + ".png";
@@ -85,24 +76,32 @@ std::string drawLine(Studio& studio, const Order& order, const std::filesystem::
   }
 }
 
-/// Draws the list; returns how many lines failed, each of which was named.
+/// Says why a line of the list has no chart.
+void tell(const Options& options, const Report& report) {
+  std::cerr << options.list.string() << ":" << report.line << ": "
+            << (report.ticker.empty() ? "" : quotes::escaped(report.ticker) + ": ")
+            << report.failure << "\n";
+}
+
+/// Draws the list; returns how many lines failed, each of which was named, in the list's order.
 std::size_t drawLines(const Options& options, const std::vector<Order>& orders, Reports& reports) {
   const std::vector<std::string> names = pictureNames(orders);
   Studio studio(options);
   Progress progress(orders.size(), options.quiet);
-  std::vector<bool> answered(orders.size());
-  std::size_t failed = 0;
+  enum class State { Waiting, Drawn, Failed };
+  std::vector<State> states(orders.size(), State::Waiting);
+  std::size_t told = 0;  // lines from the beginning, those without anything to tell included
   const auto take = [&](std::size_t piece, const std::string& answer) {
-    answered.at(piece) = true;
     reports.put(piece, answer);
-    const Report report = reports.at(piece);
-    if (!report.failure.empty()) {
-      ++failed;
-      progress.clear();
-      std::cerr << options.list.string() << ":" << report.line << ": "
-                << quotes::escaped(report.ticker) << ": " << report.failure << "\n";
+    const bool failed = !reports.at(piece).failure.empty();
+    states.at(piece) = failed ? State::Failed : State::Drawn;
+    for (; told < states.size() && states.at(told) != State::Waiting; ++told) {
+      if (states.at(told) == State::Failed) {
+        progress.clear();
+        tell(options, reports.at(told));
+      }
     }
-    progress.step(!report.failure.empty());
+    progress.step(failed);
   };
   const auto jobs = options.jobs > 0 ? static_cast<std::size_t>(options.jobs)
                                      : std::max(1U, std::thread::hardware_concurrency());
@@ -113,11 +112,11 @@ std::size_t drawLines(const Options& options, const std::vector<Order>& orders, 
       },
       take);
   for (std::size_t piece = 0; piece < orders.size(); ++piece) {
-    if (!answered.at(piece)) {
+    if (states.at(piece) == State::Waiting) {
       take(piece, packed(failedReport(orders.at(piece), "the process that drew it ended")));
     }
   }
-  return failed;
+  return static_cast<std::size_t>(std::count(states.begin(), states.end(), State::Failed));
 }
 
 int drawList(const Options& options) {

@@ -47,16 +47,22 @@ void setScale(Options& options, const std::string& text) {
   options.size.scale = scale;
 }
 
-void setFile(std::filesystem::path& path, const char* flag, const std::string& text) {
-  if (text.empty()) {
-    throw BadFlag(std::string(flag) + " needs a name");
-  }
-  path = text;
-}
+using Action = Options::Action;
+
+/// What a flag goes with.
+enum Use : unsigned {
+  kAlone = 0,
+  kWithChart = 1U << static_cast<unsigned>(Action::Chart),
+  kWithList = 1U << static_cast<unsigned>(Action::List),
+  kWithLevels = 1U << static_cast<unsigned>(Action::Levels),
+  kWithPictures = kWithChart | kWithList,
+  kWithAll = ~0U
+};
 
 struct Flag {
   const char* name;
   bool hasValue;
+  unsigned use;
   void (*apply)(Options& options, const std::string& value);
 };
 
@@ -65,55 +71,61 @@ void setField(Options& options, const std::string& value) {
   options.order.fields.at(field) = value;
 }
 
+template <std::filesystem::path Options::*path>
+void setPath(Options& options, const std::string& value) {
+  options.*path = value;
+}
+
+template <bool Options::*flag>
+void setTrue(Options& options, const std::string& /*value*/) {
+  options.*flag = true;
+}
+
+template <Action action>
+void setAction(Options& options, const std::string& /*value*/) {
+  options.action = action;
+}
+
 constexpr std::array kFlags{
-    Flag{"span", true, setField<kSpan>},
-    Flag{"interval", true, setField<kInterval>},
-    Flag{"type", true, setField<kType>},
-    Flag{"points", true,
+    Flag{"span", true, kWithPictures, setField<kSpan>},
+    Flag{"interval", true, kWithPictures, setField<kInterval>},
+    Flag{"type", true, kWithPictures, setField<kType>},
+    Flag{"points", true, kWithPictures,
          [](Options& options, const std::string& value) { setPoints(options.order, value); }},
-    Flag{"show", true, setField<kShow>},
-    Flag{"targets", true, setField<kTargets>},
-    Flag{"size", true, setSize},
-    Flag{"scale", true, setScale},
-    Flag{"labels", false, [](Options& options, const std::string&) { options.labels = true; }},
-    Flag{"output", true,
+    Flag{"show", true, kWithPictures, setField<kShow>},
+    Flag{"targets", true, kWithPictures, setField<kTargets>},
+    Flag{"size", true, kWithPictures, setSize},
+    Flag{"scale", true, kWithPictures, setScale},
+    Flag{"labels", false, kWithPictures, setTrue<&Options::labels>},
+    Flag{"output", true, kWithChart, setPath<&Options::output>},
+    Flag{"list", true, kWithList,
          [](Options& options, const std::string& value) {
-           setFile(options.output, "--output", value);
+           options.list = value;
+           options.action = Action::List;
          }},
-    Flag{"list", true,
-         [](Options& options, const std::string& value) {
-           setFile(options.list, "--list", value);
-           options.action = Options::Action::List;
-         }},
-    Flag{
-        "into", true,
-        [](Options& options, const std::string& value) { setFile(options.into, "--into", value); }},
-    Flag{"levels", true,
+    Flag{"into", true, kWithPictures, setPath<&Options::into>},
+    Flag{"levels", true, kWithLevels,
          [](Options& options, const std::string& value) {
            setPoints(options.order, value);
-           options.action = Options::Action::Levels;
+           options.action = Action::Levels;
          }},
-    Flag{"json", false, [](Options& options, const std::string&) { options.json = true; }},
-    Flag{"jobs", true,
+    Flag{"json", false, kWithAll, setTrue<&Options::json>},
+    Flag{"jobs", true, kWithList,
          [](Options& options, const std::string& value) {
            constexpr int kMostJobs = 256;
            options.jobs = countOf("--jobs", value, 1, kMostJobs);
          }},
-    Flag{"quiet", false, [](Options& options, const std::string&) { options.quiet = true; }},
-    Flag{"prices", true,
+    Flag{"quiet", false, kWithAll, setTrue<&Options::quiet>},
+    Flag{"prices", true, kWithPictures, setPath<&Options::prices>},
+    Flag{"provider", true, kWithPictures,
          [](Options& options, const std::string& value) {
-           setFile(options.prices, "--prices", value);
-         }},
-    Flag{"provider", true,
-         [](Options& options, const std::string& value) {
-           setFile(options.provider, "--provider", value);
+           options.provider = value;
            options.providerNamed = true;
          }},
-    Flag{"help", false,
-         [](Options& options, const std::string&) { options.action = Options::Action::Help; }},
-    Flag{"version", false,
-         [](Options& options, const std::string&) { options.action = Options::Action::Version; }},
+    Flag{"help", false, kAlone, setAction<Action::Help>},
+    Flag{"version", false, kAlone, setAction<Action::Version>},
 };
+using Given = std::array<bool, kFlags.size()>;
 
 std::vector<option> forGetopt() {
   std::vector<option> flags;
@@ -127,7 +139,7 @@ std::vector<option> forGetopt() {
 }
 
 void takeTickers(Options& options, int count, char* const* tickers) {
-  const bool wantsOne = options.action == Options::Action::Chart;
+  const bool wantsOne = options.action == Action::Chart;
   if (count > (wantsOne ? 1 : 0)) {
     throw BadFlag("unexpected argument " + escaped(tickers[wantsOne ? 1 : 0]) +
                   (wantsOne ? "; several tickers are a list: --list" : ""));
@@ -136,17 +148,29 @@ void takeTickers(Options& options, int count, char* const* tickers) {
     throw BadFlag("there is no ticker, no --list and no --levels");
   }
   if (wantsOne) {
-    options.order.fields.at(kTicker) = tickers[0];
+    setTicker(options.order, tickers[0]);
   }
 }
 
-void expectUsable(const Options& options) {
+std::string together(Action action) {
+  return action == Action::List ? "--list" : action == Action::Levels ? "--levels" : "one ticker";
+}
+
+/// What a single flag cannot show.
+void expectUsable(const Options& options, const Given& given) {
+  for (std::size_t flag = 0; flag < kFlags.size(); ++flag) {
+    if (given.at(flag) &&
+        (kFlags.at(flag).use & 1U << static_cast<unsigned>(options.action)) == 0) {
+      throw BadFlag("--" + std::string(kFlags.at(flag).name) + " does not go with " +
+                    together(options.action));
+    }
+  }
+  if (!options.output.empty() && options.into != Options().into) {
+    throw BadFlag("--output names the picture whole, without --into");
+  }
   if (options.size.width * options.size.scale > kMostPixels ||
       options.size.height * options.size.scale > kMostPixels) {
     throw BadFlag("--size by --scale is more than " + std::to_string(kMostPixels) + " pixels");
-  }
-  if (!options.output.empty() && options.action != Options::Action::Chart) {
-    throw BadFlag("--output names the picture of one ticker");
   }
 }
 
@@ -157,25 +181,28 @@ Options parseOptions(int argc, char* const* argv) {
   options.prices = quotes::userPrices();
   options.provider = quotes::userProviderFile();
   const std::vector<option> flags = forGetopt();
+  Given given{};
   opterr = 0;
   optind = 0;  // a fresh start, also for a second command line in one process
   for (;;) {
-    const int at = optind == 0 ? 1 : optind;
-    const int flag = ::getopt_long(argc, argv, ":", flags.data(), nullptr);
-    if (flag == -1) {
+    const int number = ::getopt_long(argc, argv, ":", flags.data(), nullptr);
+    if (number == -1) {
       break;
     }
-    if (flag == ':') {
-      throw BadFlag(escaped(argv[at]) + " needs a value");
-    }
-    if (flag == '?') {
+    if (number == '?') {
       throw BadFlag("unknown or ill-formed flag " + escaped(argv[optind - 1]));
     }
-    kFlags.at(static_cast<std::size_t>(flag) - 1).apply(options, optarg != nullptr ? optarg : "");
+    const std::string value = optarg != nullptr ? optarg : "";
+    const auto place = static_cast<std::size_t>(number == ':' ? optopt : number) - 1;
+    if (kFlags.at(place).hasValue && value.empty()) {
+      throw BadFlag("--" + std::string(kFlags.at(place).name) + " needs a value");
+    }
+    kFlags.at(place).apply(options, value);
+    given.at(place) = true;
   }
-  if (options.action != Options::Action::Help && options.action != Options::Action::Version) {
+  if (options.action != Action::Help && options.action != Action::Version) {
     takeTickers(options, argc - optind, argv + optind);
-    expectUsable(options);
+    expectUsable(options, given);
   }
   return options;
 }

@@ -21,6 +21,10 @@ std::vector<std::string> pieces(std::string_view text) {
   }
 }
 
+void setTicker(Order& order, std::string_view text) {
+  order.fields.at(kTicker) = quotes::upperCase(text);
+}
+
 void setPoints(Order& order, std::string_view text) {
   for (const std::string& piece : pieces(text)) {
     const std::string name = piece.substr(0, piece.find('='));

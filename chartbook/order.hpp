@@ -38,6 +38,9 @@ struct BadOrder : std::runtime_error {
 /// The pieces of a list between commas, semicolons and blanks.
 std::vector<std::string> pieces(std::string_view text);
 
+/// As the quote service spells it: in capitals.
+void setTicker(Order& order, std::string_view text);
+
 /// Puts "A1=82.59,B1=93.6" into the fields of the points. Throws BadOrder for another name.
 void setPoints(Order& order, std::string_view text);
 

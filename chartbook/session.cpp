@@ -35,6 +35,11 @@ std::string joined(const std::vector<std::string>& items) {
   return text;
 }
 
+std::string inOneLine(std::string prompt) {
+  std::replace(prompt.begin(), prompt.end(), '\n', ' ');
+  return prompt;
+}
+
 /// What the boxes of the window take for a price above 0: a number with a full stop.
 bool isPrice(const std::string& text) {
   return text.find_first_not_of("0123456789.") == text.npos &&
@@ -80,7 +85,7 @@ void Session::calculate(const Order& order) {
     const std::string& price = order.fields.at(field);
     const std::string name = kFieldNames.at(field);
     if (!price.empty() && !isPrice(price)) {
-      throw BadOrder(name + " is a price above 0 with a full stop, not " + escaped(price));
+      throw BadOrder(name + " is a price above 0, such as 82.59, not " + escaped(price));
     }
     control<TextBox>("txt" + name).setText(price);
   }
@@ -141,7 +146,7 @@ void Session::draw(const Order& order) {
 void Session::expectChart() {
   const std::string reason = prices_.takeReason();
   if (!platform_.messages.empty()) {
-    throw Failure(reason.empty() ? platform_.messages.front().prompt : reason);
+    throw Failure(reason.empty() ? inOneLine(platform_.messages.front().prompt) : reason);
   }
   if (chart().description().empty() || caption("lblDate").empty()) {
     throw Failure("no chart: the prices of this span are fewer than two bars, or no numbers");

@@ -8,21 +8,28 @@
 namespace quintara::chartbook {
 namespace {
 
-quotes::PriceSources sourcesOf(const Options& options) {
-  quotes::SourceSettings settings{.prices = options.prices,
-                                  .log = quotes::Log(quotes::LogLevel::Error)};
+quotes::SourceSettings settingsOf(const Options& options) {
+  // What its log would say is the reason of the charts that come to nothing.
+  quotes::SourceSettings settings{.prices = options.prices, .log = quotes::Log::none()};
   quotes::readProvider(options.provider, options.providerNamed, settings);
-  return quotes::standardSources(settings, {});
+  if (options.providerNamed && !settings.providerProblem.empty()) {
+    throw BadFlag("--provider: " + settings.providerProblem);
+  }
+  return settings;
 }
 
 }  // namespace
 
-Studio::Studio(const Options& options)
+Studio::Studio(const Options& options) : Studio(options, settingsOf(options)) {}
+
+Studio::Studio(const Options& options, const quotes::SourceSettings& settings)
     : options_(options),
       today_(quotes::localToday()),
       glyphs_(options.size.scale),
-      desk_(sourcesOf(options), [this] { return today_; }),
-      client_(desk_) {}
+      desk_(
+          quotes::standardSources(settings, {}), [this] { return today_; },
+          [this](const std::string& why) { client_.note(why); }),
+      client_(desk_, quotes::withoutProvider(settings, options.provider)) {}
 
 Report Studio::draw(const Order& order, const std::filesystem::path& picture) {
   Session session(glyphs_, client_, today_, options_.size);

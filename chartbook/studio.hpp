@@ -13,13 +13,16 @@ namespace quintara::chartbook {
 /// made on. A process that is forked off can go on with its copy.
 class Studio {
  public:
-  /// Throws std::runtime_error when there is no font.
+  /// Throws BadFlag for settings of a provider that were named and cannot be used,
+  /// std::runtime_error when there is no font.
   explicit Studio(const Options& options);
 
   /// Writes the picture file. Throws BadOrder, Failure or std::system_error.
   Report draw(const Order& order, const std::filesystem::path& picture);
 
  private:
+  Studio(const Options& options, const quotes::SourceSettings& settings);
+
   const Options& options_;
   const quotes::Day today_;
   FreeTypeGlyphs glyphs_;

@@ -82,7 +82,11 @@ Order orderOf(const TableRows& rows, const Columns& columns, const Order& usual,
     if (commas && field >= kFirstPoint && field < kShow) {
       std::replace(text.begin(), text.end(), ',', '.');
     }
-    order.fields.at(field) = text;
+    if (field == kTicker) {
+      setTicker(order, text);
+    } else {
+      order.fields.at(field) = text;
+    }
   }
   return order;
 }

@@ -69,16 +69,12 @@ const std::filesystem::path& priceFolder(const SourceSettings& sources) {
 
 int checkSymbol(const Options& options) {
   SourceSettings sources = options.settings.sources;
-  sources.log =
-      Log(LogLevel::Error, [](const std::string&) {});  // what it says stands in the report
+  sources.log = Log::none();  // what it says stands in the report
   if (check(sources, options.ticker, localToday(), std::cout)) {
     return 0;
   }
-  if (!sources.provider && sources.providerProblem.empty()) {
-    std::cout << "No provider was asked: there are no settings for one";
-    std::cout << (options.providerFile.empty() ? ""
-                                               : " in " + escaped(options.providerFile.string()));
-    std::cout << ".\n";
+  if (const std::string hint = withoutProvider(sources, options.providerFile); !hint.empty()) {
+    std::cout << hint << "\n";
   }
   return sources.providerProblem.empty() ? kFailed : kBadSetting;
 }

@@ -25,8 +25,9 @@ Server::~Server() { stop(); }
 void Server::start() {
   stop();
   stop_ = std::stop_source();
-  desk_ = std::make_unique<QuoteDesk>(standardSources(settings_.sources, stop_.get_token()),
-                                      settings_.today, settings_.sources.log);
+  desk_ = std::make_unique<QuoteDesk>(
+      standardSources(settings_.sources, stop_.get_token()), settings_.today,
+      [log = settings_.sources.log](const std::string& why) { log.warning(why); });
   std::unique_ptr<OwnSockets> sockets;
   if (!settings_.historyPort || !settings_.quotesPort) {
     sockets = std::make_unique<OwnSockets>(runtimeFolder());

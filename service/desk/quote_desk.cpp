@@ -10,8 +10,8 @@
 
 namespace quintara::quotes {
 
-QuoteDesk::QuoteDesk(PriceSources sources, Today today, Log log)
-    : sources_(std::move(sources)), today_(std::move(today)), log_(std::move(log)) {}
+QuoteDesk::QuoteDesk(PriceSources sources, Today today, Remark remark)
+    : sources_(std::move(sources)), today_(std::move(today)), remark_(std::move(remark)) {}
 
 std::string QuoteDesk::table(std::string_view target) const {
   const TableRequest request = parseTableRequest(target);
@@ -23,8 +23,8 @@ std::string QuoteDesk::table(std::string_view target) const {
   const std::string all = spanText(bars);
   cutAfter(bars, last);
   if (bars.empty() || bars.back().date < request.first) {
-    log_.warning(escaped(request.ticker) + " has " + all + ", but none within " +
-                 tableDate(request.first) + " to " + tableDate(last));
+    remark_(escaped(request.ticker) + " has " + all + ", but none within " +
+            tableDate(request.first) + " to " + tableDate(last));
   }
   return tableText(aggregated(bars, request.interval), request.first);
 }

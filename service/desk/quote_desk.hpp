@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -7,7 +8,6 @@
 
 #include "service/prices/calendar.hpp"
 #include "service/sources/price_source.hpp"
-#include "service/system/log.hpp"
 
 namespace quintara::quotes {
 
@@ -18,8 +18,11 @@ using PriceSources = std::vector<std::unique_ptr<PriceSource>>;
 /// targets and the status in a Refusal, which both functions throw. May be used by several threads.
 class QuoteDesk {
  public:
-  /// `log` hears of tables without a row although there are prices.
-  QuoteDesk(PriceSources sources, Today today, Log log = Log(LogLevel::Warning));
+  /// Hears why a table has no row although there are prices.
+  using Remark = std::function<void(const std::string& why)>;
+
+  QuoteDesk(
+      PriceSources sources, Today today, Remark remark = [](const std::string&) {});
 
   /// A bar of today is not in a daily table: it is the quote, which the reader puts in front of the
   /// table. It does count in the week and month under way. A week or month is in the table when its
@@ -33,7 +36,7 @@ class QuoteDesk {
 
   PriceSources sources_;
   Today today_;
-  Log log_;
+  Remark remark_;
 };
 
 }  // namespace quintara::quotes

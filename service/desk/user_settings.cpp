@@ -1,7 +1,6 @@
 #include "service/desk/user_settings.hpp"
 
 #include <cstdlib>
-#include <string>
 
 #include "service/text/text.hpp"
 
@@ -42,6 +41,14 @@ void readProvider(const std::filesystem::path& file, bool named, SourceSettings&
   } catch (const BadSettings& bad) {
     sources.providerProblem = bad.what();
   }
+}
+
+std::string withoutProvider(const SourceSettings& sources, const std::filesystem::path& file) {
+  if (sources.provider || !sources.providerProblem.empty()) {
+    return {};
+  }
+  return "No provider was asked: there are no settings for one" +
+         (file.empty() ? "" : " in " + escaped(file.string())) + ".";
 }
 
 }  // namespace quintara::quotes

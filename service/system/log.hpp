@@ -21,6 +21,10 @@ class Log {
 
   explicit Log(LogLevel level);  ///< to standard error
   Log(LogLevel level, Sink sink);
+  /// For whoever tells the same in another way.
+  static Log none() {
+    return Log(LogLevel::Error, [](const std::string&) {});
+  }
 
   void error(const std::string& text) const { write(LogLevel::Error, "error: " + text); }
   void warning(const std::string& text) const { write(LogLevel::Warning, "warning: " + text); }

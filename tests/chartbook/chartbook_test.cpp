@@ -34,9 +34,12 @@ struct Chartbook : testing::Test {
   /// Exit code and a blank, then everything that was said.
   [[nodiscard]] std::string run(const std::string& arguments,
                                 const std::string& locale = "C") const {
-    const std::string command = "cd " + folder.string() + " && HOME=$PWD LC_ALL=" + locale +
-                                " " QUINTARA_CHART " " + arguments + " 2>&1";
-    FILE* const output = popen(command.c_str(), "r");
+    return shell("LC_ALL=" + locale + " " QUINTARA_CHART " " + arguments);
+  }
+  [[nodiscard]] std::string shell(const std::string& command) const {
+    const std::string whole =
+        "{ cd " + folder.string() + " && export HOME=$PWD && " + command + "; } 2>&1";
+    FILE* const output = popen(whole.c_str(), "r");
     std::string said;
     for (int c = fgetc(output); c != EOF; c = fgetc(output)) said += static_cast<char>(c);
     return std::to_string(WEXITSTATUS(pclose(output))) + " " + said;
@@ -70,7 +73,7 @@ TEST_F(Chartbook, ReadsWatchListsInEveryForm) {
 }
 
 TEST_F(Chartbook, PutsEveryPixelIntoThePicture) {
-  test::NoGlyphs glyphs;
+  NoGlyphs glyphs;
   for (const int colours : {1, 2, 256, 257}) {
     Raster raster(glyphs, {0}, {0xFFFFFF});
     raster.resize(300, 2, 1);
@@ -123,8 +126,18 @@ TEST_F(Chartbook, SaysWhatIsWrongByExitCodeAndReason) {
       {"DEMO --size 40x900", "2 quintara-chart: error: --size needs a number from 50"},
       {"DEMO --size 9000x900 --scale 2", "2 quintara-chart: error: --size by --scale"},
       {"DEMO --scale 1,5", "2 quintara-chart: error: --scale needs"},
+      {"DEMO --span", "2 quintara-chart: error: --span needs a value"},
+      {"DEMO --span ''", "2 quintara-chart: error: --span needs a value"},
+      {"DEMO --jobs 2", "2 quintara-chart: error: --jobs does not go with one ticker"},
+      {"--levels A1=5,B1=7 --scale 2",
+       "2 quintara-chart: error: --scale does not go with --levels"},
+      {"--levels A1=5,B1=7 --list x.csv", "2 quintara-chart: error: --levels does not go with --l"},
+      {"--list x.csv --output a.png", "2 quintara-chart: error: --output does not go with --list"},
+      {"DEMO --into x --output a.png", "2 quintara-chart: error: --output names the picture whole"},
+      {"DEMO --provider none.conf", "2 quintara-chart: error: --provider: there is no file none.c"},
       {"--list nothing.csv", "2 quintara-chart: error: nothing.csv cannot be read: No such file"},
-      {"NONE", "1 quintara-chart: error: no prices for NONE"},
+      {"none",
+       "1 quintara-chart: error: no prices for NONE. No provider was asked: there are no set"},
       {"DEMO --into /dev/null/x", "1 quintara-chart: error: "},
   };
   for (const auto& [arguments, expected] : kRuns)
@@ -135,15 +148,22 @@ TEST_F(Chartbook, SaysWhatIsWrongByExitCodeAndReason) {
 TEST_F(Chartbook, MakesAPictureALineATableAndAPage) {
   write("watch.csv",
         "Ticker,Interval,A1,B1,C1,Show,Targets\n"
-        "DEMO,daily,82.59,93.6,86.5,A1,A1=1:1\n<b>,\nINDEX,monthly,10000,20000\nDEMO,weekly\n");
-  EXPECT_EQ(run("--list watch.csv --into out --jobs 2", "de_DE.UTF-8"),
-            "1 watch.csv:3: <b>: no prices for <B>\n");
+        "demo,daily,82.59,93.6,86.5,A1,A1=1:1\n<b>,\nINDEX,monthly,10000,20000\nDEMO,weekly\n"
+        ",weekly\nOLD\n");
+  fs::create_directories(folder / ".local/share/quintara/prices");
+  write(".local/share/quintara/prices/OLD.csv",
+        "Date,Open,High,Low,Close\n2019-10-01,1,2,1,2\n2019-10-02,1,2,1,2\n");
+  EXPECT_THAT(run("--list watch.csv --into out --jobs 2", "de_DE.UTF-8"),
+              testing::MatchesRegex("1 watch.csv:3: <B>: no prices for <B>. No provider [^\n]*\n"
+                                    "watch.csv:6: Please enter Ticker Symbol\n"
+                                    "watch.csv:7: OLD: OLD has 2 days from 1-Oct-19 to 2-Oct-19, "
+                                    "but none within [^\n]*\n"));
   const std::string comma = read("out/DEMO.png");
   const std::string levels = read("out/levels.csv");
   EXPECT_THAT(levels, HasSubstr(",A1,1.618,104.314,"));
   EXPECT_EQ(std::count(levels.begin(), levels.end(), '\n'), 1 + 6 + 3);
   const std::string page = read("out/index.html");
-  for (const char* part : {"<h2>INDEX Monthly</h2>", "src=\"DEMO-2.png\"", "Line 3, &lt;b&gt;: no",
+  for (const char* part : {"<h2>INDEX Monthly</h2>", "src=\"DEMO-2.png\"", "Line 3, &lt;B&gt;: no",
                            " bars shown, ", "A1 retracement 61.8% at 86.796"})
     EXPECT_THAT(page, HasSubstr(part));
   EXPECT_THAT(page, testing::Not(HasSubstr("<b>")));
@@ -155,6 +175,29 @@ TEST_F(Chartbook, MakesAPictureALineATableAndAPage) {
   EXPECT_THAT(run("--list watch.csv --into out"), testing::StartsWith("1 "));
   EXPECT_NE(read("out/DEMO.png"), comma) << "captions follow the locale";
   EXPECT_EQ(read("out/levels.csv"), levels) << "files do not";
+}
+
+/// Ctrl-C at a terminal, which shows the bar, reaches every process of the list.
+TEST_F(Chartbook, LeavesWholeFilesWhenItIsInterrupted) {
+  std::string list = "Ticker\nNONE\n";
+  for (int line = 0; line < 5000; ++line) list += "DEMO\n";
+  write("watch.csv", list);
+  const std::string said = shell(
+      "(until [ -e out/DEMO-3.png ]; do sleep 0.05; done; printf '\\003') | "
+      "script -qec '" QUINTARA_CHART " --list watch.csv --into out --jobs 2' /dev/null");
+  EXPECT_THAT(said, AllOf(testing::StartsWith("130 "), HasSubstr(" of 5001, 1 failed, ")));
+  std::string last;
+  const auto isBeingWritten = [&] {
+    for (const auto& entry : fs::directory_iterator(folder / "out"))
+      if ((last = entry.path().filename()).ends_with(".part")) return true;
+    return false;
+  };
+  for (int tries = 0; isBeingWritten() && tries < 100; ++tries) usleep(100'000);
+  EXPECT_FALSE(isBeingWritten()) << last;
+  for (const auto& entry : fs::directory_iterator(folder / "out"))
+    EXPECT_THAT(read("out/" + entry.path().filename().string()),
+                testing::EndsWith("IEND\xAE\x42\x60\x82"))
+        << entry.path();
 }
 
 TEST_F(Chartbook, DrawsTheExampleThatIsInstalled) {

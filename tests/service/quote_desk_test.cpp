@@ -38,7 +38,8 @@ struct QuoteDeskTest : testing::Test {
   Day today{};
   const Log log{LogLevel::Warning, [this](const std::string& line) { logged += line; }};
   const SourceSettings settings{folder.path, std::nullopt, log};
-  const QuoteDesk desk{standardSources(settings, {}), [this] { return today; }, log};
+  const QuoteDesk desk{standardSources(settings, {}), [this] { return today; },
+                       [this](const std::string& why) { log.warning(why); }};
 };
 
 TEST_F(QuoteDeskTest, AnswersWithTheBarsOfTheDatesAskedFor) {

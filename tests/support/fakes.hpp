@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/headless/controls.hpp"
+#include "platform/headless/glyphs.hpp"
 #include "platform/headless/platform.hpp"
 #include "platform/locale_info.hpp"
 #include "platform/twips.hpp"
@@ -38,12 +39,6 @@ struct FakeWindow final : HeadlessWindow {
     if (design.kind == ControlKind::PictureBox) return std::make_unique<FakePictureBox>();
     return HeadlessWindow::create(design);
   }
-};
-
-struct NoGlyphs : GlyphSource {
-  const Glyph& glyph(char32_t) override { return empty; }
-  [[nodiscard]] int lineHeight() const override { return 0; }
-  Glyph empty;
 };
 
 /// All services; tests script their answers and read what was asked of them.

@@ -28,4 +28,14 @@ class FreeTypeGlyphs final : public GlyphSource {
   std::unordered_map<char32_t, Glyph> rendered_;
 };
 
+/// For texts that nobody reads: all are empty.
+class NoGlyphs : public GlyphSource {
+ public:
+  [[nodiscard]] const Glyph& glyph(char32_t /*character*/) override { return empty_; }
+  [[nodiscard]] int lineHeight() const override { return 0; }
+
+ private:
+  const Glyph empty_;
+};
+
 }  // namespace quintara
