@@ -35,7 +35,7 @@ class NoGlyphs : public GlyphSource {
   [[nodiscard]] int lineHeight() const override { return 0; }
 
  private:
-  const Glyph empty_;
+  const Glyph empty_{};
 };
 
 }  // namespace quintara
