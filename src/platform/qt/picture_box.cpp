@@ -26,7 +26,9 @@ class QtPictureBox final : public PictureBox {
   [[nodiscard]] std::int32_t Point(float x, float y) const override {
     return widget_.raster().Point(x, y);
   }
-  void setDescription(std::string_view text) override { widget_.setSummary(toQt(text)); }
+  void setDescription(std::string_view text) override {
+    widget_.setAccessibleDescription(toQt(text));
+  }
 
   void Cls() override {
     widget_.draw([](Raster& raster) { raster.Cls(); });

@@ -4,6 +4,7 @@
 #include <QPainter>
 #include <QWindow>
 
+#include "platform/qt/accessibility.hpp"
 #include "platform/qt/dispatcher.hpp"
 #include "platform/qt/form.hpp"
 #include "platform/qt/picture_box_widget.hpp"
@@ -39,7 +40,7 @@ void PictureBoxWidget::stepTo(KeyboardPointer::Step step) {
   if (control_->MouseMove) {
     control_->MouseMove({.X = pointer_.at()->X, .Y = pointer_.at()->Y});
   }
-  say(readOut());
+  say(*this, readOut());
 }
 
 /// As a press on the bar, let go of outside: the pointer was there the moment before.
@@ -53,7 +54,7 @@ void PictureBoxWidget::pick() {
   control_->MouseDown({.Button = 1, .X = x, .Y = y});
   control_->MouseUp({.Button = 1, .X = outside.x, .Y = outside.y});
   picked_ = true;
-  say(QStringLiteral("Picked: ") + readOut());
+  say(*this, QStringLiteral("Picked: ") + readOut());
 }
 
 void PictureBoxWidget::focusOutEvent(QFocusEvent* event) {
@@ -87,7 +88,7 @@ void PictureBoxWidget::endPointer() {
   pointer_.end();
   window()->windowHandle()->removeEventFilter(this);
   showPointer();
-  say(summary_);
+  say(*this, {});
 }
 
 QRect PictureBoxWidget::pointerPlace() const {
@@ -132,19 +133,6 @@ QString PictureBoxWidget::readOut() const {
     }
   }
   return said.join(QStringLiteral(", "));
-}
-
-void PictureBoxWidget::say(const QString& text) {
-  if (text != accessibleDescription()) {
-    setAccessibleDescription(text);
-  }
-}
-
-void PictureBoxWidget::setSummary(const QString& summary) {
-  summary_ = summary;
-  if (!pointer_.at()) {
-    say(summary_);
-  }
 }
 
 }  // namespace quintara

@@ -33,8 +33,6 @@ class PictureBoxWidget final : public QWidget {
   }
   /// Moves the widget and fits the raster; true when the size changed. Raises nothing.
   bool place(const QRect& place);
-  /// What a screen reader says of the picture while the keyboard's pointer is not on it.
-  void setSummary(const QString& summary);
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -59,7 +57,6 @@ class PictureBoxWidget final : public QWidget {
   void drawPointer(QPainter& painter) const;
   [[nodiscard]] QRect pointerPlace() const;
   [[nodiscard]] QString readOut() const;
-  void say(const QString& text);
 
   Dispatcher& dispatcher_;
   const PictureBox* control_ = nullptr;
@@ -70,7 +67,6 @@ class PictureBoxWidget final : public QWidget {
   KeyboardPointer pointer_;
   QRect pointerShown_;   ///< where it was drawn last
   bool picked_ = false;  ///< since the keyboard came to this picture
-  QString summary_;
 };
 
 }  // namespace quintara

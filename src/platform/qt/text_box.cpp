@@ -2,6 +2,7 @@
 #include <QLineEdit>
 #include <algorithm>
 
+#include "platform/qt/accessibility.hpp"
 #include "platform/qt/dispatcher.hpp"
 #include "platform/qt/make_control.hpp"
 #include "platform/qt/mouse.hpp"
@@ -62,8 +63,6 @@ class PointerTarget final : public QObject {
   bool eventFilter(QObject* /*watched*/, QEvent* event) override {
     if (event->type() == QEvent::Enter) {
       widget_.setCursor(control_.MouseMove ? Qt::ArrowCursor : Qt::IBeamCursor);
-    } else if (event->type() == QEvent::FocusOut) {
-      widget_.setAccessibleDescription({});
     }
     return false;
   }
@@ -77,7 +76,7 @@ class PointerTarget final : public QObject {
       const std::string before = control_.Text();
       control_.MouseMove({});
       if (control_.Text() != before) {
-        widget_.setAccessibleDescription(QStringLiteral("Dropped: ") + toQt(control_.Text()));
+        say(*widget_.window(), QStringLiteral("Dropped: ") + toQt(control_.Text()));
       }
     });
   }
