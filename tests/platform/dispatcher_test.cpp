@@ -113,6 +113,64 @@ TEST_F(BusyTest, WhatIsPressedDuringAHandlerIsPressedAsOftenAndIsLetGoOf) {
   }
 }
 
+TEST_F(BusyTest, AFingerAPenAndTheWheelDoWhatTheMouseDoesAtOnceOrAfterTheDownload) {
+  auto& box = add<ComboBox>(ControlKind::ComboBox, "cbo", {80, 40, 60, 20});
+  for (const char* item : {"Daily", "Weekly", "Monthly"}) box.AddItem(item);
+  box.Click = [&] { log << "turned" << box.ListIndex() << ' '; };
+  widget("cbo").show();
+  QWindow* const main = form().windowHandle();
+  const QPointF on = inForm("pic", {5, 5});
+  const std::unique_ptr<QPointingDevice> screen(QTest::createTouchDevice());
+  const QPointingDevice pen("pen", 7, QInputDevice::DeviceType::Stylus,
+                            QPointingDevice::PointerType::Pen, QInputDevice::Capability::Position,
+                            1, 1);
+  const std::pair<std::function<void()>, const char*> kCases[] = {
+      {[&] {
+         QTest::touchEvent(main, screen.get()).press(0, on.toPoint(), main);
+         QTest::touchEvent(main, screen.get()).release(0, on.toPoint(), main);
+       },
+       "down up "},
+      {[&] {
+         // The toolkit makes a mouse's event of a pen's that nobody takes.
+         for (const auto& [own, mouse, held] :
+              {std::tuple{QEvent::TabletPress, QEvent::MouseButtonPress, Qt::LeftButton},
+               {QEvent::TabletRelease, QEvent::MouseButtonRelease, Qt::NoButton}}) {
+           QTabletEvent first(own, &pen, on, on, 1, 0, 0, 0, 0, 0, {}, Qt::LeftButton, held);
+           QCoreApplication::sendEvent(main, &first);
+           EXPECT_FALSE(first.isAccepted());
+           QMouseEvent then(mouse, on, on, Qt::LeftButton, held, {}, &pen);
+           QCoreApplication::sendEvent(main, &then);
+         }
+       },
+       "down up "},
+      {[&] {
+         const QPointF at = inForm("cbo", {5, 5});
+         QWheelEvent wheel(at, at, {}, {0, -120}, {}, {}, Qt::NoScrollPhase, false);
+         for (int notch = 0; notch < 2; ++notch) QCoreApplication::sendEvent(main, &wheel);
+       },
+       "turned1 turned2 "},
+  };
+  for (const auto& [action, raised] : kCases) {
+    for (const bool during : {true, false}) {
+      box.setListIndex(0);
+      widget("cbo").setFocus();
+      log.str("");
+      server.setSilent(true);
+      meanwhile = [&, &act = action] {
+        if (during) act();
+        pump();
+        EXPECT_EQ(log.str(), "[");
+        server.setSilent(false);
+      };
+      widget<QAbstractButton>("cmd").click();
+      pump();
+      if (!during) action();
+      pump();
+      EXPECT_EQ(log.str(), "[body] " + std::string(raised));
+    }
+  }
+}
+
 TEST_F(BusyTest, OnlyTheMainWindowCanBeClosedDuringADownloadAndEndsTheProgramAtOnce) {
   const auto progress = application.platform().toolkit.newWindow(
       {.name = "progress", .scaleWidth = 3000, .scaleHeight = 900, .fixedDialog = true});
