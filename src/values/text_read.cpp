@@ -15,7 +15,6 @@ std::string sThousandSep;
 
 namespace {
 
-bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
 bool startsNumber(char c) { return (c >= '0' && c <= '9') || c == '.'; }
 
 /// Whether a number beyond the range of a double is too large, not too small. It holds digits.
@@ -38,33 +37,29 @@ bool isLarge(std::string_view number) {
   return exponent > first - point;
 }
 
-/// Reads the number at the start of `text`, which goes on behind it from `end`: an optional sign,
-/// digits with at most one full stop, an exponent. No number leaves `end` at the start; one beyond
-/// a double's range is infinite.
-double readNumber(std::string_view text, const char*& end) {
-  end = text.data();
-  std::string_view number = text;
-  if (!number.empty() && number.front() == '+') {
-    number.remove_prefix(1);
+struct Number {
+  double value = 0;        ///< infinite beyond a double's range
+  std::size_t length = 0;  ///< characters; 0 if there is no number
+};
+
+/// The number at the start of `text`: an optional sign, digits with at most one full stop, an
+/// exponent.
+Number readNumber(std::string_view text) {
+  // from_chars takes no plus sign, but "inf" and "nan".
+  const auto digits = text.find_first_not_of("+-");
+  if (digits > 1 || !startsNumber(text[digits])) {
+    return {};
   }
-  const std::size_t unsignedAt = !number.empty() && number.front() == '-' ? 1 : 0;
-  // from_chars would take "inf" and "nan", and a minus sign behind the plus.
-  if (number.size() <= unsignedAt || !startsNumber(number[unsignedAt])) {
-    return 0;
+  const char* const start = text.data() + (text.front() == '+' ? 1 : 0);
+  Number number;
+  const auto result = std::from_chars(start, text.data() + text.size(), number.value);
+  if (result.ec == std::errc::result_out_of_range && isLarge({start, result.ptr})) {
+    number.value = HUGE_VAL;
   }
-  if (unsignedAt == 1 && number.size() < text.size()) {
-    return 0;
+  if (result.ec != std::errc::invalid_argument) {
+    number.length = static_cast<std::size_t>(result.ptr - text.data());
   }
-  double value = 0;
-  const auto result = std::from_chars(number.data(), number.data() + number.size(), value);
-  if (result.ec == std::errc::invalid_argument) {
-    return 0;
-  }
-  end = result.ptr;
-  if (result.ec == std::errc::result_out_of_range) {
-    return isLarge({number.data(), result.ptr}) ? HUGE_VAL : 0;
-  }
-  return value;
+  return number;
 }
 
 double withinRange(double value) {
@@ -91,53 +86,38 @@ double readWhole(std::string_view text, std::size_t base) {
 }  // namespace
 
 double readLocaleNumber(std::string_view text) {
-  while (!text.empty() && isBlank(text.front())) {
-    text.remove_prefix(1);
-  }
-  while (!text.empty() && isBlank(text.back())) {
-    text.remove_suffix(1);
-  }
-  if (text.empty()) {
-    throw RuntimeError(ErrorKind::TypeMismatch);
-  }
-
+  constexpr std::string_view kBlanks = " \t\r\n";
+  text.remove_suffix(text.size() - (text.find_last_not_of(kBlanks) + 1));
+  text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
   const std::string_view point = decimalSep();
-  std::string withPoint;
-  if (point != ".") {
-    if (text.find('.') != std::string_view::npos) {
-      throw RuntimeError(ErrorKind::TypeMismatch);
-    }
-    withPoint = text;
-    if (const auto at = withPoint.find(point); at != std::string::npos) {
-      withPoint.erase(at, point.size()).insert(at, 1, '.');
-    }
-    text = withPoint;
-  }
-  const char* end = nullptr;
-  const double value = readNumber(text, end);
-  if (end != text.data() + text.size()) {
+  if (point != "." && text.find('.') != std::string_view::npos) {
     throw RuntimeError(ErrorKind::TypeMismatch);
   }
-  return withinRange(value);
+  std::string withPoint(text);
+  if (const auto at = withPoint.find(point); at != std::string::npos) {
+    withPoint.replace(at, point.size(), ".");
+  }
+  const Number number = readNumber(withPoint);
+  if (number.length == 0 || number.length != withPoint.size()) {
+    throw RuntimeError(ErrorKind::TypeMismatch);
+  }
+  return withinRange(number.value);
 }
 
 double readLeadingNumber(std::string_view text) {
   std::string packed;
   std::copy_if(text.begin(), text.end(), std::back_inserter(packed),
                [](char c) { return c != ' ' && c != '\t' && c != '\n'; });
-  if (packed.size() > 2 && packed[0] == '&') {
-    if (packed[1] == 'H' || packed[1] == 'h') {
-      return readWhole(packed.substr(2), 16);
-    }
-    if (packed[1] == 'O' || packed[1] == 'o') {
-      return readWhole(packed.substr(2), 8);
-    }
+  if (packed.starts_with("&H") || packed.starts_with("&h")) {
+    return readWhole(packed.substr(2), 16);
+  }
+  if (packed.starts_with("&O") || packed.starts_with("&o")) {
+    return readWhole(packed.substr(2), 8);
   }
   // D marks an exponent as E does. An exponent without digits is not part of the number.
   std::replace_if(
       packed.begin(), packed.end(), [](char c) { return c == 'd' || c == 'D'; }, 'e');
-  const char* end = nullptr;
-  return withinRange(readNumber(packed, end));
+  return withinRange(readNumber(packed).value);
 }
 
 }  // namespace quintara

@@ -9,54 +9,35 @@ namespace quintara {
 
 namespace {
 
-// The longest plain form of a single is about 50 characters, of a double about 320.
-using Buffer = std::array<char, 400>;
-constexpr int kDigits = 7;
-
-std::string fixedText(double value, int decimals) {
-  Buffer buffer;
-  const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
-                                          std::chars_format::fixed, decimals);
+/// The precision is a number of decimals, or of digits in the general format.
+std::string written(double value, int precision,
+                    std::chars_format format = std::chars_format::fixed) {
+  // The longest plain form of a single is about 60 characters, of a double about 320.
+  std::array<char, 400> buffer;
+  const auto [end, error] =
+      std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, format, precision);
   return {buffer.data(), end};
 }
 
-/// The decimal exponent of a positive value after rounding to 7 significant digits.
-int exponentOf(double value) {
-  Buffer buffer;
-  const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
-                                          std::chars_format::scientific, kDigits - 1);
-  const char* exponent = buffer.data() + kDigits + 2;  // behind "d.dddddde"
-  int result = 0;
-  std::from_chars(*exponent == '+' ? exponent + 1 : exponent, end, result);
-  return result;
-}
-
-void stripTrailingZeros(std::string& text) {
-  if (text.find('.') == std::string::npos) {
-    return;
-  }
-  text.erase(text.find_last_not_of('0') + 1);
-  if (text.back() == '.') {
-    text.pop_back();
-  }
-}
-
-/// Plain digits with a full stop of a value above 0.
+/// Plain digits with a full stop of 0 or a value above.
 std::string plainText(float value) {
+  constexpr int kDigits = 7;
   const double wide = value;
   // A single of this size is a whole number, and its own digits read back as it is.
   if (wide >= 1e7) {
-    return fixedText(wide, 0);
+    return written(wide, 0);
   }
-  const int decimals = kDigits - 1 - exponentOf(wide);
-  std::string text = fixedText(wide, decimals);
-  if (wide < 1e-4 && toSingle(readLeadingNumber(text)) > value) {
+  if (wide >= 1e-4 || wide == 0) {
+    return written(wide, kDigits, std::chars_format::general);
+  }
+  const std::string all = written(wide, 60);
+  const auto end = all.find_first_of("123456789") + kDigits;
+  std::string text = written(wide, static_cast<int>(end) - 2);
+  if (toSingle(readLeadingNumber(text)) > value) {
     // Rounding to nearest went up; cutting off what is behind the seventh digit goes down.
-    constexpr int kBehind = 10;
-    text = fixedText(wide, decimals + kBehind);
-    text.resize(text.size() - kBehind);
+    text = all.substr(0, end);
   }
-  stripTrailingZeros(text);
+  text.erase(text.find_last_not_of('0') + 1);
   return text;
 }
 
@@ -69,9 +50,6 @@ void useDecimalSep(std::string& text) {
 }  // namespace
 
 std::string defaultText(float value) {
-  if (value == 0) {
-    return "0";
-  }
   std::string text = plainText(std::fabs(value));
   if (value < 0) {
     text.insert(0, 1, '-');
@@ -81,19 +59,13 @@ std::string defaultText(float value) {
 }
 
 std::string printForm(double whole) {
-  std::string text(1, whole < 0 ? '-' : ' ');
-  text += fixedText(std::fabs(whole), 0);
-  text += ' ';
-  return text;
+  return (whole < 0 ? '-' : ' ') + written(std::fabs(whole), 0) + ' ';
 }
 
 std::string twoDecimals(float value) {
   // The product is exact: a single times 100 has less than 53 significant bits.
-  const double hundredths = std::round(std::fabs(double{value}) * 100);
-  std::string text = fixedText(hundredths / 100, 2);
-  if (value < 0 && hundredths > 0) {
-    text.insert(0, 1, '-');
-  }
+  const double hundredths = std::round(double{value} * 100) + 0.0;  // which makes -0 of it 0
+  std::string text = written(hundredths / 100, 2);
   useDecimalSep(text);
   return text;
 }
