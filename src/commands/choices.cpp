@@ -17,10 +17,10 @@ void cboInterval_Click(ChartState& state, const ComboBox& cboInterval, ComboBox&
 
 void cboChartType_Click(ChartState& state, const ComboBox& cboChartType, const Steps& redraw) {
   // Choosing a type never reports.
-  static_cast<void>(succeeds([&] {
+  trapErrors([&] {
     state.iChartType = cboChartType.ListIndex();
     ShowLines(state, redraw);
-  }));
+  });
 }
 
 }  // namespace quintara

@@ -14,6 +14,12 @@ namespace quintara {
 
 namespace {
 
+/// Takes the progress window away whatever happens: nobody else could close it.
+struct ProgressShown {
+  frmGettingData& window;
+  ~ProgressShown() { window.Unload(); }
+};
+
 void buildChart(ChartState& state, const DrawChartControls& controls, Date today) {
   Clear(controls.boxes, controls.sets);
   InitializeCollection(state, today);
@@ -51,21 +57,18 @@ void cmdChart_Click(ChartState& state, const DrawChartControls& controls,
     return;
   }
   bool downloaded = true;
-  try {
+  {
+    const ProgressShown shown{controls.progress};
     // Rows that do not parse end the command without a word; what was drawn stays.
-    static_cast<void>(succeeds([&] {
+    trapErrors([&] {
       controls.progress.setInfo("Retrieving historical data. Please wait....");
       controls.progress.Show();
       downloaded = GetHistoricalData(state, source);
       if (downloaded) {
         buildChart(state, controls, source.clock.today());
       }
-    }));
-  } catch (...) {
-    controls.progress.Unload();  // nobody else could close it
-    throw;
+    });
   }
-  controls.progress.Unload();
   if (!downloaded) {
     reportFailedDownload(controls);
   }

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <new>
 #include <string_view>
 #include <vector>
 
@@ -116,7 +115,8 @@ std::string quoteRow(const std::string& reply, Date today) {
 
 bool GetHistoricalData(ChartState& state, const QuoteSource& source) {
   constexpr int kAsText = 0;
-  try {
+  bool usable = false;
+  trapErrors([&] {
     const Date today = source.clock.today();
     const Date start = startDate(state.iInterval, state.iDuration, today);
     const std::string table = source.Inet1.OpenURL(
@@ -129,12 +129,9 @@ bool GetHistoricalData(ChartState& state, const QuoteSource& source) {
     state.sRows = split(table, '\n');
     state.sRows[0] = current;
     normalise(state.sRows);
-    return state.sRows.size() > 1 && !state.sRows[1].empty();
-  } catch (const RuntimeError&) {
-    return false;
-  } catch (const std::bad_alloc&) {
-    return false;
-  }
+    usable = state.sRows.size() > 1 && !state.sRows[1].empty();
+  });
+  return usable;
 }
 
 }  // namespace quintara

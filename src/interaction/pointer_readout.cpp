@@ -20,13 +20,13 @@ void leaveChart(const ChartState& state, const PointerControls& controls) {
 
 void CandleData(const ChartState& state, const PointerControls& controls, float X, float Y) {
   // The old text stays, silently.
-  static_cast<void>(succeeds([&] {
+  trapErrors([&] {
     std::size_t k =
         static_cast<std::size_t>(std::max<std::int16_t>(barNumber(X, state.iSpacing), 1));
     k = std::min(k, state.candles().Count());
     showBar(state.candles().Item(k), controls.readout);
     controls.lblCurrent.setCaption(defaultText(toSingle(roundTo3(Y))));
-  }));
+  });
 }
 
 void OutOfPic(const ChartState& state, const PointerControls& controls) {

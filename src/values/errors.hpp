@@ -35,16 +35,13 @@ class RuntimeError : public std::runtime_error {
   ErrorKind kind_;
 };
 
-/// The policy that traps every error: whether the action ran to its end. What it threw is
+/// The policy that traps every error: the action runs as far as it gets, and what it threw is
 /// forgotten, but for an exception that is no run-time error, which goes to the caller.
 template <class Action>
-bool succeeds(Action&& action) try {
+void trapErrors(Action&& action) try {
   action();
-  return true;
 } catch (const RuntimeError&) {
-  return false;
 } catch (const std::bad_alloc&) {
-  return false;
 }
 
 }  // namespace quintara

@@ -12,7 +12,7 @@ void run(const Steps& steps) {
 
 void runSkippingFailures(const Steps& steps) {
   for (const auto& step : steps) {
-    static_cast<void>(succeeds(step));
+    trapErrors(step);
   }
 }
 
