@@ -71,8 +71,6 @@ void DrawChart(ChartState& state, DrawingSurface& picChart) {
     case kBars:
       drawEach(state, picChart, &Candle::DrawBar);
       break;
-    default:
-      break;
   }
   state.bDrawing = false;
 }

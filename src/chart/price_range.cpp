@@ -1,5 +1,7 @@
 #include "chart/price_range.hpp"
 
+#include <algorithm>
+
 #include "data/rows.hpp"
 
 namespace quintara {
@@ -14,14 +16,8 @@ void MaxMin(ChartState& state, Date today) {
       throw RuntimeError(ErrorKind::SubscriptOutOfRange);
     }
     const RowFields fields(state.sRows[index]);
-    const float high = fields.number(kHigh);
-    if (high > state.sngMax) {
-      state.sngMax = high;
-    }
-    const float low = fields.number(kLow);
-    if (low < state.sngMin) {
-      state.sngMin = low;
-    }
+    state.sngMax = std::max(state.sngMax, fields.number(kHigh));
+    state.sngMin = std::min(state.sngMin, fields.number(kLow));
   }
   state.sngShownMax = state.sngMax;
   state.sngShownMin = state.sngMin;

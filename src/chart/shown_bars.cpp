@@ -1,16 +1,18 @@
 #include "chart/shown_bars.hpp"
 
+#include <algorithm>
+#include <cstdlib>
+
 #include "values/numbers.hpp"
 
 namespace quintara {
 
 std::int16_t barsThatFit(float scaleWidth, std::int16_t spacing) {
-  const std::int16_t bars = toInt16((Single(scaleWidth) / spacing).value());
-  return bars < 0 ? toInt16(-bars) : bars;
+  return toInt16(std::abs(toInt16((Single(scaleWidth) / spacing).value())));
 }
 
 std::int16_t withinSeries(std::int16_t bars, std::size_t count) {
-  return static_cast<std::size_t>(bars) >= count ? static_cast<std::int16_t>(count - 1) : bars;
+  return static_cast<std::int16_t>(std::min<std::int64_t>(bars, std::int64_t(count) - 1));
 }
 
 void showWhatFits(ChartState& state, const DrawingSurface& picChart) {

@@ -21,7 +21,6 @@ void SetValues(Candle& candle, float Left, float dOpen, float dHigh, float dLow,
 }
 
 void appendCandle(ChartState& state, BarPositions& positions, std::string_view row) {
-  state.objCandle = Candle();
   const RowFields fields(row);
   const float volume = fields.number(kVolume);
   const float close = fields.number(kClose);

@@ -10,7 +10,7 @@
 namespace quintara {
 
 /// Positions of a row's fields.
-enum RowField : std::size_t { kDate, kOpen, kHigh, kLow, kClose, kVolume };
+enum RowField : std::size_t { kDate, kOpen, kHigh, kLow, kClose, kVolume, kRowFields };
 
 /// The fields of one row, which are separated by "@" and must outlive this. What stands behind the
 /// volume is left alone.
@@ -25,7 +25,7 @@ class RowFields {
   [[nodiscard]] float number(RowField field) const;
 
  private:
-  std::array<std::string_view, kVolume + 1> fields_;
+  std::array<std::string_view, kRowFields> fields_;
   std::size_t count_ = 0;
 };
 

@@ -1,5 +1,7 @@
 #include "levels/range_for_levels.hpp"
 
+#include <algorithm>
+
 #include "values/numbers.hpp"
 #include "values/text.hpp"
 
@@ -28,11 +30,9 @@ void RecalculateMaxMin(ChartState& state, const PointSets& sets) {
       }
       const double caption = readLeadingNumber(set.lblTargets[i]->Caption());
       const float level = toSingle(caption);
-      if (level > state.sngMax) {
-        state.sngMax = level;
-      }
-      if (level < state.sngMin && caption > 0) {
-        state.sngMin = level;
+      state.sngMax = std::max(state.sngMax, level);
+      if (caption > 0) {
+        state.sngMin = std::min(state.sngMin, level);
       }
     }
   }
