@@ -7,22 +7,28 @@
 namespace quintara::test {
 namespace {
 
+using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
+using testing::SizeIs;
+using testing::StartsWith;
 
 TEST_F(Program, DrawsATickerFromEndToEndWithTheDefaults) {
   EXPECT_EQ(sDecimalSep + sThousandSep, ".,");
-  for (const auto& [box, index] : {std::pair{"cboChartType", 0}, {"cboDuration", 1}})
+  for (const auto& [box, index] :
+       {std::pair{"cboChartType", 0}, {"cboDuration", 1}, {"cboInterval", 0}})
     EXPECT_EQ(get<ComboBox>(box).ListIndex(), index) << box;
   drawChart("");
   EXPECT_TRUE(get<HeadlessTextBox>("txtTicker").hasFocus);
   drawChart();
   EXPECT_THAT(platform.log,
-              ElementsAre(HasSubstr("window Quintara"), "48 Quintara: Please enter Ticker Symbol",
-                          "window Retrieving data......",
-                          HasSubstr("table.csv?s=xyz&a=11&b=16&c=2025&"), HasSubstr("quotes.csv")));
+              ElementsAre(HasSubstr("window Quintara"), "shown",
+                          "48 Quintara: Please enter Ticker Symbol", "dialog Retrieving data......",
+                          "at 7260,4890", "shown", HasSubstr("table.csv?s=xyz&a=11&b=16&c=2025&"),
+                          HasSubstr("quotes.csv"), HasSubstr("closed Building")))
+      << "in the middle of a screen of 19200 x 10800";
   const std::pair<const char*, const char*> kReadout[] = {{"lblDate", "16-Nov-26"},
                                                           {"lblOpen", "60.25"},
                                                           {"lblHigh", "61.75"},
@@ -34,12 +40,33 @@ TEST_F(Program, DrawsATickerFromEndToEndWithTheDefaults) {
   EXPECT_THAT(chart().description, HasSubstr("xyz: 134 bars shown"));
 }
 
+TEST_F(Program, EveryControlThatTakesTheFocusHasItsTurnAndNothingLiesOutsideItsContainer) {
+  const auto& window = dynamic_cast<const FakeWindow&>(*platform.window);
+  std::map<std::string, const ControlDesign*> boxes;
+  for (const ControlDesign& control : window.controls) {
+    const bool focusable = control.kind != ControlKind::Label &&
+                           control.kind != ControlKind::Frame && control.kind != ControlKind::Image;
+    EXPECT_EQ(std::count(window.tabOrder.begin(), window.tabOrder.end(), control.name), focusable)
+        << control.name;
+    const ControlDesign* in = control.container.empty() ? nullptr : boxes.at(control.container);
+    EXPECT_GE(std::min(control.left, control.top), 0) << control.name;
+    EXPECT_LE(control.left + control.width, in != nullptr ? in->width : window.design.scaleWidth)
+        << control.name;
+    EXPECT_LE(control.top + control.height, in != nullptr ? in->height : window.design.scaleHeight)
+        << control.name;
+    boxes[control.name] = &control;
+  }
+}
+
 TEST_F(Program, SpanBoxServesDailyBarsOnly) {
+  choose("cboDuration", 3);
+  drawChart();
+  EXPECT_THAT(platform.log.end()[-3], HasSubstr("&a=11&b=16&c=2024&"));
   for (const std::int16_t interval : std::vector<std::int16_t>{1, 2, 0}) {
     choose("cboInterval", interval);
     EXPECT_EQ(get<HeadlessComboBox>("cboDuration").enabled, interval == 0);
     drawChart();
-    EXPECT_THAT(platform.log.end()[-2], HasSubstr(std::string("&g=") + "dwm"[interval]));
+    EXPECT_THAT(platform.log.end()[-3], HasSubstr(std::string("&g=") + "dwm"[interval]));
   }
 }
 
@@ -73,10 +100,15 @@ TEST_F(Program, KeepsTheOldRowsUntilBothRepliesAreIn) {
   platform.quote = []() -> std::string { throw RuntimeError(ErrorKind::TransferFailed); };
   drawChart();
   platform.quote = []() -> std::string { throw std::bad_alloc(); };
+  platform.log.clear();
   drawChart();
-  EXPECT_EQ(std::count_if(platform.log.begin(), platform.log.end(),
-                          [](const auto& line) { return line.starts_with("16 Data retrieval"); }),
-            2);
+  EXPECT_THAT(
+      std::vector(platform.log.end() - 2, platform.log.end()),
+      ElementsAre(HasSubstr("closed Retrieving"),
+                  AllOf(StartsWith("16 Data retrieval error: "), HasSubstr(" for XYZ\r\n"))));
+  platform.quote = []() -> std::string { throw std::logic_error("ours"); };
+  EXPECT_THROW(drawChart(), std::logic_error);
+  EXPECT_THAT(platform.log.back(), HasSubstr("closed")) << "whatever happens";
   redraws();
   press("cmdExpand");
   EXPECT_EQ(chart().with("", "00FF00").size(), 100U * 3);
@@ -89,7 +121,7 @@ TEST_F(Program, EndsAChartWithoutAWordWhenMemoryRunsOut) {
     return test::quote();
   };
   EXPECT_NO_THROW(drawChart());
-  EXPECT_THAT(platform.log, IsEmpty());
+  EXPECT_THAT(platform.log, ElementsAre(HasSubstr("closed")));
 }
 
 TEST_F(Program, BoxesTickedBeforeTheFirstChartDoNotStopIt) {
@@ -101,19 +133,41 @@ TEST_F(Program, BoxesTickedBeforeTheFirstChartDoNotStopIt) {
   EXPECT_EQ(get<CheckBox>("chkShowA1").Value(), 0);
 }
 
-TEST_F(Program, SpreadsAndPacksBars) {
-  platform.bars = 3000;
+TEST_F(Program, AFailureBeforeTheFirstSeriesLeavesAWindowThatWorks) {
+  tick("chkShowA1");
+  chart().failDrawing = true;
   drawChart();
-  const std::pair<const char*, std::size_t> kPresses[] = {
-      {"cmdExpand", 100},  {"cmdExpand", 80},   {"cmdExpand", 0},
-      {"cmdSupress", 100}, {"cmdSupress", 134}, {"cmdSupress", 200},
-      {"cmdSupress", 401}, {"cmdSupress", 0},   {"cmdExpand", 200},
+  chart().failDrawing = false;
+  EXPECT_THAT(chart().PointerStops(), IsEmpty());
+  EXPECT_THROW(press("cmdExpand"), RuntimeError);
+  chart().MouseMove({0, 0, 40, 50});
+  platform.window->MouseMove({});
+  platform.table = [] { return "Date\nrow"; };
+  platform.quote = [] { return quote("N/A"); };
+  drawChart();
+  EXPECT_THAT(chart().PointerStops(), IsEmpty()) << "an empty series";
+  platform.table = [] { return table(200); };
+  drawChart();
+  EXPECT_THAT(chart().PointerStops(), SizeIs(100)) << "the spacing had grown before the failure";
+}
+
+TEST_F(Program, SpreadsAndPacksBarsAsIfTheyWereDrawnAnew) {
+  platform.bars = 699;
+  drawChart();
+  const std::tuple<const char*, std::size_t, std::size_t> kPresses[] = {
+      {"cmdExpand", 100, 24},  {"cmdExpand", 80, 24},   {"cmdExpand", 0, 0},
+      {"cmdSupress", 100, 24}, {"cmdSupress", 134, 24}, {"cmdSupress", 200, 24},
+      {"cmdSupress", 401, 12}, {"cmdSupress", 0, 0},    {"cmdExpand", 200, 24},
   };
-  for (const auto& [button, bodies] : kPresses) {
+  for (const auto& [button, bodies, dates] : kPresses) {
     redraws();
     press(button);
     EXPECT_EQ(chart().with("", "00FF00").size(), 3 * bodies) << button;
+    EXPECT_EQ(chart().with("print", "02]").size(), dates) << button;
+    const auto spread = picture();
     EXPECT_EQ(redraws(), bodies == 0 ? 0U : 1U) << button;
+    drawChart();
+    EXPECT_TRUE(bodies == 0 || picture() == spread) << "to the last bar, whose date is shown";
   }
   platform.bars = 40000;
   drawChart();
@@ -130,8 +184,10 @@ TEST_F(Program, FollowsTheWindowsSize) {
     platform.window->resize(width, platform.window->ScaleHeight());
     return chart().with("cls").size();
   };
+  EXPECT_EQ(chart().pixelHeight, 511) << "down to the lower border from the start";
   EXPECT_EQ(redrawsAtWidth(11790), 1U);
   EXPECT_EQ(chart().pixelWidth, 466);
+  EXPECT_EQ(chart().pixelHeight, 511);
   EXPECT_EQ(chart().with("", "00FF00").size(), 155U * 3);
   EXPECT_EQ(chart().with("", "0000FF").size(), 3U) << "level lines survive";
   EXPECT_EQ(redrawsAtWidth(4000), 0U);
@@ -142,6 +198,18 @@ TEST_F(Program, FollowsTheWindowsSize) {
   EXPECT_EQ(redrawsAtWidth(10830), 0U) << "off until a drawing completes";
   press("cmdExpand");
   EXPECT_EQ(redrawsAtWidth(10815), 1U);
+  EXPECT_EQ(redrawsAtWidth(2e6F), 1U);
+  EXPECT_THAT(chart().with("", "00FF00"), IsEmpty()) << "more bars than 16 bits count";
+}
+
+TEST_F(Program, ChoosingATypeDrawsItAndNeverReports) {
+  choose("cboChartType", 2);
+  drawChart();
+  EXPECT_THAT(chart().with("box"), IsEmpty());
+  choose("cboChartType", 1);
+  EXPECT_THAT(chart().with("", "00FF00"), SizeIs(3 * 134 + 133));
+  chart().failDrawing = true;
+  EXPECT_NO_THROW(choose("cboChartType", 0));
 }
 
 struct Pointer : Program {
@@ -153,6 +221,7 @@ struct Pointer : Program {
     chart().MouseDown({button, 0, 40, 60});
     chart().pointColour = colour;
     chart().MouseUp({1, 0, 40, 60});
+    EXPECT_EQ(platform.pointer, 2);
   }
 };
 
@@ -177,6 +246,25 @@ TEST_F(Pointer, ReadsTheBarUnderIt) {
   EXPECT_EQ(platform.pointer, 0);
 }
 
+TEST_F(Pointer, PicksFromOneBarAndLeavesTheChartFromTwo) {
+  const std::tuple<const char*, const char*, const char*, const char*, const char*> kCases[] = {
+      {"Date\nrow", "N/A", "", "", ""},
+      {"one bar", "N/A", "50", "50", "49"},
+      {"two bars", "60.25", "60.25", "", "49"}};
+  for (const auto& [what, quoted, open, current, low] : kCases) {
+    platform.table = [what = what] { return *what == 'D' ? what : table(1); };
+    platform.quote = [quoted = quoted] { return quote(quoted); };
+    drawChart();
+    moveOver("picChart", 2000);
+    pressAndRelease();
+    moveOver("txtA1");
+    EXPECT_EQ(text("txtA1"), low) << what;
+    leaveControls();
+    EXPECT_EQ(caption("lblOpen"), open) << what;
+    EXPECT_EQ(caption("lblCurrent"), current) << what;
+  }
+}
+
 TEST_F(Pointer, DropsEachBoxsPriceOnce) {
   drawChart();
   const std::tuple<const char*, const char*> kCases[] = {
@@ -184,6 +272,8 @@ TEST_F(Pointer, DropsEachBoxsPriceOnce) {
       {"txtA3", "61.75"}, {"txtA4", "61.75"}, {"txtB2", "59.5"},  {"txtC2", "61.75"},
   };
   for (const auto& [box, price] : kCases) {
+    moveOver(box);
+    EXPECT_EQ(text(box), "") << "nothing is held";
     pressAndRelease();
     moveOver(box);
     EXPECT_EQ(text(box), price);
@@ -198,6 +288,10 @@ TEST_F(Pointer, DropsEachBoxsPriceOnce) {
   EXPECT_EQ(text("txtA1"), "kept") << "a low that is not above 0 is not held";
   moveOver("txtC1");
   EXPECT_EQ(text("txtC1"), "-2") << "tests the high, takes the low";
+  caption("lblLow") = "0.5";
+  pressAndRelease();
+  moveOver("txtA2");
+  EXPECT_EQ(text("txtA2"), "0.5") << "a price below 1";
 }
 
 TEST_F(Pointer, HoldsAPriceUntilItLeavesTheChart) {
@@ -205,7 +299,7 @@ TEST_F(Pointer, HoldsAPriceUntilItLeavesTheChart) {
   const std::tuple<const char*, std::int16_t, std::int32_t, const char*, const char*> kCases[] = {
       {"outside", 1, -1, "picChart", "59.5"},  {"over ink", 1, 0xC0C0C0, "picChart", "59.5"},
       {"over black", 1, 0, "picChart", ""},    {"right button", 2, -1, "picChart", ""},
-      {"both buttons", 3, -1, "picChart", ""}, {"across a frame", 1, -1, "Frame1", ""},
+      {"both buttons", 3, -1, "picChart", ""},
   };
   for (const auto& [what, button, colour, crossed, dropped] : kCases) {
     text("txtA1") = "";
@@ -214,13 +308,20 @@ TEST_F(Pointer, HoldsAPriceUntilItLeavesTheChart) {
     moveOver("txtA1");
     EXPECT_EQ(text("txtA1"), dropped) << what;
   }
-  pressAndRelease();
-  leaveControls();
-  moveOver("txtA1");
-  EXPECT_EQ(text("txtA1"), "") << "across the background";
+  // Across the background or a frame, by the low that is held.
+  for (const char* way : {"", "Frame1", "Frame2", "Frame3", "Frame4", "Frame5", "Frame6"})
+    for (const auto& [low, dropped] : {std::pair{"0.5", ""}, {"0", "61.75"}}) {
+      text("txtB1") = "";
+      caption("lblLow") = low;
+      pressAndRelease();
+      *way != '\0' ? moveOver(way) : leaveControls();
+      EXPECT_EQ(platform.pointer, 0);
+      moveOver("txtB1");
+      EXPECT_EQ(text("txtB1"), dropped) << way << low;
+    }
 }
 
-TEST_F(Pointer, FreezesTheReadoutWhileDragging) {
+TEST_F(Pointer, FreezesTheReadoutUntilTheDragEnds) {
   drawChart();
   chart().MouseDown({1, 0, 40, 60});
   moveOver("picChart", 46);
@@ -228,6 +329,9 @@ TEST_F(Pointer, FreezesTheReadoutWhileDragging) {
   EXPECT_EQ(platform.pointer, 99);
   EXPECT_EQ(platform.icon, get<Image>("imgDragDrop2").Picture());
   EXPECT_NE(platform.icon, "");
+  chart().MouseUp({1, 0, 40, 60});
+  moveOver("picChart", 46);
+  EXPECT_EQ(caption("lblOpen"), "51");
   caption("lblLow") = "";
   EXPECT_THROW(chart().MouseDown({1, 0, 40, 60}), RuntimeError);
 }
@@ -236,7 +340,7 @@ TEST_F(Program, HelpOpensItsFileOrSaysWhyNot) {
   press("cmdHelp");
   EXPECT_EQ(platform.log.back(), "help /opt/quintara/Helpfile.hlp 261 []");
   platform.launchError = "no viewer";
-  press("cmdHelp");
+  platform.window->Help();
   EXPECT_EQ(platform.log.back(), "0 Quintara: no viewer");
 }
 

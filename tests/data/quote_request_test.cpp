@@ -56,6 +56,15 @@ TEST(Download, AsksBothHostsForTheTickerAsTypedAndKeepsRowsInTheUsersForm) {
   const ScopedSeparator comma(",");
   EXPECT_TRUE(GetHistoricalData(state, source));
   EXPECT_EQ(state.sRows[1], "14-Nov-02@12,50@12,60@12,30@12,55@100");
+  const std::pair<const char*, bool> kTables[] = {{"", false},
+                                                  {"Date", false},
+                                                  {"Date\n", false},
+                                                  {"Date\n\nrow\n", false},
+                                                  {"Date\nrow", true}};
+  for (const auto& [table, usable] : kTables) {
+    platform.table = [reply = table] { return reply; };
+    EXPECT_EQ(GetHistoricalData(state, source), usable) << table;
+  }
 }
 
 }  // namespace

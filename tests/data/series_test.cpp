@@ -69,9 +69,9 @@ TEST(PriceRange, ScansRowsUpToTheShownIndex) {
   const std::vector<std::string> rows{kQuote, "d@1@71@50@1@1", "d@1@75@49@1@1", "d@1@99@1@1@1", ""};
   // On a working day one bar more than is drawn.
   const std::tuple<Date, std::int16_t, float, float> kCases[] = {
-      {kMonday, 1, 71, 50}, {kMonday, 2, 75, 49}, {kSunday, 2, 75, 49}, {kSunday, 0, 0, 2000000}};
+      {kMonday, 2, 75, 49}, {kMonday, 1, 71, 50}, {kSunday, 2, 75, 49}, {kSunday, 0, 0, 2000000}};
+  ChartState state = loaded(rows);
   for (const auto& [today, shown, max, min] : kCases) {
-    ChartState state = loaded(rows);
     state.iShown = shown;
     MaxMin(state, today);
     EXPECT_EQ(std::pair(state.sngShownMax, state.sngShownMin), std::pair(max, min)) << shown;
@@ -85,6 +85,9 @@ TEST(PriceRange, StopsAtABadRowAndLeavesTheCopy) {
   EXPECT_THROW(MaxMin(state, kMonday), RuntimeError);
   EXPECT_EQ(state.sngMax, 12.5F);
   EXPECT_EQ(state.sngShownMax, 0);
+  state = loaded({"q@1@12,5@10,5@1@1"});
+  state.iShown = 1;
+  EXPECT_THROW(MaxMin(state, kMonday), RuntimeError) << "there is no such row";
 }
 
 TEST(ShownBars, AreRoundedHalfToEvenAndLeaveTheOldestOut) {

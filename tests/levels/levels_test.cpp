@@ -34,15 +34,38 @@ struct Calculator : Program {
   }
 };
 
-TEST_F(Calculator, FillsOnlySetsWhosePointsAreGiven) {
-  calculate({{"A1", "23.17"}, {"B1", "31.45"}, {"A4", "-5"}});
-  calculate({{"A3", "150"}, {"B2", "100"}, {"C2", "120"}});
-  calculate({{"A1", ""}, {"A3", ""}});  // which clears nothing
-  const std::pair<const char*, const char*> kCaptions[] = {
-      {"lblA1R1", "28.287"}, {"lblA1T1", ""},     {"lblA2R1", ""},
-      {"lblA3R3", "130.9"},  {"lblA3T2", "50.9"}, {"lblA4R1", ""},
-  };
-  for (const auto& [label, shown] : kCaptions) EXPECT_EQ(caption(label), shown) << label;
+TEST_F(Calculator, FillsASetWhenItsPointsAreAboveZeroAndElseLeavesIt) {
+  for (const std::string A : {"A1", "A2", "A3", "A4"})
+    for (const char* missing : {"", "0", "-5", "word"})
+      for (unsigned given = 0; given < 8; ++given) {
+        press("cmdClear");
+        caption("lbl" + A + "R1") = caption("lbl" + A + "T3") = "old";
+        const char trend = A < "A3" ? '1' : '2';
+        const auto point = [&](unsigned bit) { return (given & bit) != 0 ? "0.5" : missing; };
+        calculate({{A, point(1)},
+                   {std::string("B") + trend, point(2)},
+                   {std::string("C") + trend, point(4)}});
+        const std::string both = (given & 3) == 3 ? "0.5" : "old";
+        EXPECT_EQ(caption("lbl" + A + "R1"), both) << A << given;
+        EXPECT_EQ(caption("lbl" + A + "T3"), given == 7 ? "0.5" : "old") << A << given;
+      }
+}
+
+TEST_F(Calculator, DrawsForASetWhatItsLabelsShowInTheirColour) {
+  calculate({{"A1", "50"}, {"A2", "51"}, {"B1", "60"}, {"C1", "55"}});
+  calculate({{"A3", "62"}, {"A4", "63"}, {"B2", "50"}, {"C2", "55"}});
+  for (const std::string A : {"A1", "A2", "A3", "A4"}) {
+    get<HeadlessLabel>("lbl" + A + "R1").foreColor = {0x123456};
+    for (const char* box : {"E1", "E1382", "E1618"}) tick("chk" + A + box);
+    tick("chkShow" + A);
+    std::vector<std::string> lines;
+    for (const char* level : {"R1", "R2", "R3", "T1", "T2", "T3"}) {
+      const std::string y = caption("lbl" + A + level);
+      lines.push_back("line 40," + y + " 1000," + y + " 123456" + (*level == 'T' ? " dash" : ""));
+    }
+    EXPECT_EQ(std::vector(chart().calls.end() - 6, chart().calls.end()), lines);
+    tick("chkShow" + A, 0);
+  }
 }
 
 TEST_F(Calculator, NamesTheLevelsWhoseLinesAreOnTheChart) {
@@ -52,7 +75,8 @@ TEST_F(Calculator, NamesTheLevelsWhoseLinesAreOnTheChart) {
               testing::EndsWith("; A1 retracements 56.18, 55, 53.82; A1 targets 68, 74.18"));
   tick("chkShowA2");  // retracements 40.9 to 29.1 lie below, and the target stretches the range
   EXPECT_THAT(chart().description, testing::EndsWith("A1 targets 68, 74.18; A2 targets 108"));
-  tick("chkShowA1", 0);
+  tick("chkShowA1", 2);
+  EXPECT_THAT(chart().description, testing::EndsWith("newest close 60.5; A2 targets 108"));
   press("cmdClear");
   EXPECT_THAT(chart().description, testing::Not(testing::HasSubstr("A2")));
 }
@@ -64,6 +88,8 @@ TEST_F(Calculator, StretchesTheRangeOfClearsDrawingForTheMiddleTargetOfA1ToA3) {
       {{{"A3", "60"}, {"B2", "50"}, {"C2", "55"}}, "39.9446 to 63"},
       {{{"A4", "60"}, {"B2", "50"}, {"C2", "55"}}, "49 to 63"},
       {{{"A1", "50"}, {"B1", "60"}, {"C1", "48"}}, "49 to 63"},
+      {{{"A1", "60"}, {"B1", "60"}, {"C1", "63"}}, "49 to 63"},  // it lies on the border
+      {{{"A3", "60"}, {"B2", "60"}, {"C2", "49"}}, "49 to 63"},
   };
   for (const auto& [points, stretched] : kCases) {
     calculate(points);
@@ -89,6 +115,7 @@ TEST_F(Calculator, WidensTheRangeToTickedTargetsOfShownSets) {
       {"not shown", 0, 1, "71.197", "49 to 63"}, {"not ticked", 1, 0, "71.197", "49 to 63"},
       {"indeterminate", 1, 2, "71", "49 to 63"}, {"empty", 1, 1, "", "49 to 63"},
       {"negative", 1, 1, "-3", "49 to 63"},      {"comma reads whole", 1, 1, "66,5", "49 to 66"},
+      {"below one", 1, 1, "0.5", "0,5 to 63"},
   };
   const ScopedSeparator comma(",");  // for the range that is said, not for the captions
   for (const auto& [what, show, box, target, widened] : kCases) {

@@ -19,8 +19,11 @@
 namespace quintara::test {
 
 struct FakePictureBox : Recording<PictureBox> {
-  [[nodiscard]] float Left() const override { return 4800; }
-  [[nodiscard]] float Top() const override { return 720; }
+  explicit FakePictureBox(const ControlDesign& design) : place(design) {
+    Move(place.left, place.top, place.width, place.height);
+  }
+  [[nodiscard]] float Left() const override { return place.left; }
+  [[nodiscard]] float Top() const override { return place.top; }
   void Move(float, float, float width, float height) override {
     if (width < 0 || height < 0) throw RuntimeError(ErrorKind::InvalidSize);
     pixelWidth = width / kTwipsPerPixel;
@@ -29,32 +32,51 @@ struct FakePictureBox : Recording<PictureBox> {
   }
   [[nodiscard]] std::int32_t Point(float, float) const override { return pointColour; }
   void setDescription(std::string_view text) override { description = text; }
+  const ControlDesign place;
   std::int32_t pointColour = -1;
   std::string description;
 };
 
+/// Writes down what becomes of it, and with which step's text the progress window goes.
 struct FakeWindow final : HeadlessWindow {
-  using HeadlessWindow::HeadlessWindow;
-  std::unique_ptr<Control> create(const ControlDesign& design) override {
-    if (design.kind == ControlKind::PictureBox) return std::make_unique<FakePictureBox>();
-    return HeadlessWindow::create(design);
+  FakeWindow(const WindowDesign& window, GlyphSource& glyphs, std::vector<std::string>& written)
+      : HeadlessWindow(window, glyphs, 1), design(window), log(written) {
+    log.push_back((design.fixedDialog ? "dialog " : "window ") + design.caption);
   }
+  ~FakeWindow() override {
+    if (design.fixedDialog) log.push_back("closed " + control<Label>("lblInfo").Caption());
+  }
+  void Show() override { log.emplace_back("shown"); }
+  void Move(float left, float top) override {
+    log.push_back("at " + FakePictureBox::point(left, top));
+  }
+  void setTabOrder(std::span<const std::string> names) override {
+    tabOrder = {names.begin(), names.end()};
+  }
+  std::unique_ptr<Control> create(const ControlDesign& control) override {
+    controls.push_back(control);
+    if (control.kind == ControlKind::PictureBox) return std::make_unique<FakePictureBox>(control);
+    return HeadlessWindow::create(control);
+  }
+  const WindowDesign design;
+  std::vector<std::string>& log;
+  std::vector<ControlDesign> controls;
+  std::vector<std::string> tabOrder;
 };
 
 /// All services; tests script their answers and read what was asked of them.
 struct FakePlatform : NoGlyphs, HeadlessPlatform, HttpClient {
   FakePlatform() : HeadlessPlatform(*this, 1, std::chrono::year{2026} / 11 / 16) {}  // a Monday
   std::unique_ptr<HeadlessWindow> makeWindow(const WindowDesign& design) override {
-    log.push_back("window " + design.caption);
-    return std::make_unique<FakeWindow>(design, *this, 1);
+    return std::make_unique<FakeWindow>(design, *this, log);
   }
   void setMousePointer(std::int16_t value) override { pointer = value; }
   void setMouseIcon(std::string_view picture) override { icon = picture; }
   void MsgBox(const std::string& prompt, MsgStyle style, const std::string& title) override {
     log.push_back(std::to_string(static_cast<int>(style)) + " " + title + ": " + prompt);
   }
-  std::string OpenURL(const std::string& url, int) override {
-    log.push_back("get " + url);
+  std::string OpenURL(const std::string& url, int dataType) override {
+    log.push_back((dataType == 0 ? "get " : "get bytes ") + url);
     return url.find("/table.csv") != std::string::npos ? table() : quote();
   }
   int GetLocaleInfoA(std::uint32_t, std::int32_t type, char* buffer, int length) override {

@@ -43,6 +43,11 @@ struct Program : testing::Test {
     chart().calls.clear();
     return count;
   }
+  /// What was drawn since the chart was cleared last.
+  std::vector<std::string> picture() {
+    const auto& calls = chart().calls;
+    return {std::find(calls.rbegin(), calls.rend(), "cls").base(), calls.end()};
+  }
   /// The lowest and the highest price of the last drawing: the ends of a line of its grid.
   std::string range() {
     std::string last;
