@@ -3,6 +3,7 @@
 #include <QImage>
 #include <QPixmap>
 #include <QPointingDevice>
+#include <QTimer>
 #include <memory>
 
 #include "app/layout.hpp"
@@ -34,6 +35,7 @@ TEST(RealWindow, PassesPointerMovesToTheControlsThatTakeThem) {
   QWindow* const window = Offscreen::form().windowHandle();
   QTest::mousePress(window, Qt::LeftButton, {}, Offscreen::inForm("picChart", {250, 300}));
   const std::string low = shown("lblLow");
+  EXPECT_EQ(QGuiApplication::overrideCursor()->shape(), Qt::BitmapCursor);
   moveTo("txtA1");
   EXPECT_EQ(shown("txtA1"), "") << "the chart holds the pointer";
   QTest::mouseRelease(window, Qt::LeftButton, {}, Offscreen::inForm("txtA1", {10, 10}));
@@ -59,6 +61,21 @@ TEST(RealWindow, PassesPointerMovesToTheControlsThatTakeThem) {
   }
   EXPECT_EQ(shown("txtC1"), low);
   sDecimalSep = "";
+}
+
+TEST(RealWindow, TakesEachStepPressedDuringADownloadAndOneMoreChart) {
+  RealProgram program;
+  RealProgram::setText("txtTicker", "xyz");
+  program.server.setSilent(true);
+  QTimer::singleShot(50, &Offscreen::form(), [&] {
+    for (const char* button : {"cmdChart", "cmdExpand"})
+      for (int press = 0; press < 2; ++press) Offscreen::click(button);
+    program.server.setSilent(false);
+  });
+  RealProgram::click("cmdChart");
+  EXPECT_EQ(program.server.targets.size(), 4U) << "a table and a quote for each";
+  const QString summary = Offscreen::widget("picChart").accessibleDescription();
+  EXPECT_TRUE(summary.startsWith("xyz: 80 bars shown")) << summary.toStdString();
 }
 
 TEST(RealWindow, IsReadAndPickedFromByTheKeyboard) {
