@@ -93,8 +93,9 @@ TEST_F(PictureBoxTest, MoveRaisesResizeAtOnceWhenTheSizeChangedAndRefusesNegativ
   picture.setScaleModePixels();
   picture.Move(300, 150, 3000, 1500);
   picture.Move(600, 150, 3000, 1500);
-  for (const auto& [width, height] : {std::pair{-15.F, 1500.F}, {1500.F, -15.F}, {NAN, 1500.F}})
-    EXPECT_EQ(failureOf([&] { picture.Move(0, 0, width, height); }), ErrorKind::InvalidSize);
+  for (const auto& size : {std::pair{-15.F, 1500.F}, {1500.F, -15.F}, {NAN, 1500.F}})
+    EXPECT_EQ(failureOf([&] { picture.Move(0, 0, size.first, size.second); }),
+              ErrorKind::InvalidSize);
   EXPECT_EQ(widths, std::vector<float>{200});
   EXPECT_EQ(picture.Left(), 600);
   picture.Resize = [] { throw RuntimeError(ErrorKind::Overflow); };

@@ -189,7 +189,7 @@ TEST_F(BusyTest, OnlyTheMainWindowCanBeClosedDuringADownloadAndEndsTheProgramAtO
 
 TEST_F(BusyTest, AMessageBoxHearsTheUserAndNothingElseDoes) {
   window->control<Button>("cmd").Click = [this] {
-    QTimer::singleShot(50, &form(), [this] {
+    QTimer::singleShot(50, &form(), [] {
       // Sent to the widget, past the toolkit's own barrier.
       QTest::mouseClick(&widget("other"), Qt::LeftButton);
       auto& box = dynamic_cast<QMessageBox&>(*QApplication::activeModalWidget());

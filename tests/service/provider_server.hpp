@@ -17,7 +17,7 @@ struct ProviderRequest {
 };
 
 struct ProviderReplyText {
-  unsigned status = 200;
+  int status = 200;
   std::string body;
   std::string location;  // counts for a redirect only
   bool trickles = false;
@@ -74,7 +74,8 @@ class ProviderServer {
             : MHD_create_response_from_buffer(reply.body.size(), reply.body.data(),
                                               MHD_RESPMEM_MUST_COPY);
     MHD_add_response_header(response, "Location", reply.location.c_str());
-    const MHD_Result result = MHD_queue_response(connection, reply.status, response);
+    const MHD_Result result =
+        MHD_queue_response(connection, static_cast<unsigned>(reply.status), response);
     MHD_destroy_response(response);
     return result;
   }

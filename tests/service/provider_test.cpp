@@ -60,7 +60,7 @@ struct ProviderTest : testing::Test {
   }
 
   std::string logged, table = kHeader + "2026-11-19,1,2,1,2,7\n", quote;
-  std::atomic<unsigned> status = 200, quoteStatus = 200;
+  std::atomic<int> status = 200, quoteStatus = 200;
   milliseconds delay{0};
   const Log log{LogLevel::Debug, [this](const std::string& line) { logged += line; }};
   ProviderServer::Answer answer = [this](const auto& request, auto& reply) {
@@ -130,7 +130,7 @@ TEST_F(ProviderTest, FollowsFewRedirectsAndKeepsTheKeyFromOthers) {
   std::string seen, target;
   answer = [&](const auto& request, auto& reply) {
     seen = request.key;
-    reply = {request.path == "/good" ? 200U : 302U, table, target};
+    reply = {request.path == "/good" ? 200 : 302, table, target};
   };
   ProviderServer plain(answer);
   const std::string plainHost = "http://" + plain.host;

@@ -54,7 +54,8 @@ Replay replay(const QContextMenuEvent& event) {
 int buttonOf(const QEvent& event) {
   const bool isButton =
       event.type() == QEvent::MouseButtonPress || event.type() == QEvent::MouseButtonRelease;
-  return isButton ? static_cast<const QMouseEvent&>(event).button() : Qt::NoButton;
+  return static_cast<int>(isButton ? static_cast<const QMouseEvent&>(event).button()
+                                   : Qt::NoButton);
 }
 
 template <class Kind>
