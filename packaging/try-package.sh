@@ -1,6 +1,6 @@
 #!/bin/bash
-# Tries a package where nothing else is installed: a new Debian system in a folder, no recommended
-# packages, a display and a network of its own. Needs root, mmdebstrap, iproute2 and what
+# Tries a package where nothing else is installed: a new Debian system of this release in a folder, no
+# recommended packages, a display and a network of its own. Needs root, mmdebstrap, iproute2 and what
 # `scripts/setup.sh test` installs; takes a few minutes, less if the folder has the system already.
 # Usage: try-package.sh PACKAGE.deb [FOLDER-FOR-SYSTEM-AND-SCREENSHOTS]
 set -eu
@@ -10,7 +10,8 @@ root=$work/root
 mkdir -p "$work"
 
 if [ -z "${TRY_SESSION:-}" ]; then
-  [ -d "$root" ] || mmdebstrap --variant=minbase bookworm "$root"
+  [ -d "$root" ] ||
+    mmdebstrap --variant=minbase "$(sed -n 's/^VERSION_CODENAME=//p' /etc/os-release)" "$root"
   # What is mounted and started from here on ends with this script.
   TRY_SESSION=1 exec unshare --mount --pid --fork --mount-proc "$0" "$package" "$work"
 fi

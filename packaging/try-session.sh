@@ -25,7 +25,7 @@ as_trader tee "$prices/MINE.csv" <"$work/MINE.csv" >/dev/null
 
 as_trader quintara 2>"$work/launcher.log" &
 launcher=$!
-window=$(timeout 20 xdotool search --sync --onlyvisible --name '^Quintara - Version 2.00.01$')
+window=$(timeout 60 xdotool search --sync --onlyvisible --name '^Quintara - Version 2.00.01$')
 click() { xdotool mousemove --window "$window" "$1" "$2" click 1; }
 sleep 0.5
 click 76 17

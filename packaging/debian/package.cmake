@@ -30,12 +30,16 @@ set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 # Libraries that the programs and modules are linked with are computed. What they load or start by
 # name has to be listed. flock, lslocks, setsid and setpriv of the launcher are in every Debian system.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+# Window and service load this library with their first transfer; its package has another name in
+# another release.
+execute_process(COMMAND dpkg-query --search "*/libcurl.so.4" OUTPUT_VARIABLE libcurl ERROR_QUIET)
+string(REGEX REPLACE ":.*" "" libcurl "${libcurl}")
 set(needed
   ca-certificates    # whom the service trusts when it asks a provider
   curl               # the launcher asks whether the service answers
   fonts-dejavu-core  # what "sans" means to the help; with Liberation alone it is fixed-width
   fonts-liberation   # the sans font the layout is drawn for
-  "libcurl4 (>= 7.85)"  # window and service load it with their first transfer
+  "${libcurl} (>= 7.85)"
   libqt6sql6-sqlite  # the help viewer's index is a database
   qt6-wayland)       # windows under Wayland; those under X11 come with the toolkit
 list(JOIN needed ", " CPACK_DEBIAN_PACKAGE_DEPENDS)
