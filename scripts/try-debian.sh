@@ -31,6 +31,7 @@ if [ -z "${TRY_DEBIAN:-}" ]; then
   TRY_DEBIAN=1 exec unshare --mount --pid --fork --mount-proc "$0" "$release" --folder "$folder" \
     $([ "$user" = root ] || echo --as-user) "$@"
 fi
+mount --bind "$folder" "$folder"  # the system's / is a mount of its own, as some programs expect
 mount -t proc proc "$folder/proc"
 mount -t tmpfs tmpfs "$folder/dev/shm" 2>/dev/null || mount -t tmpfs tmpfs "$folder/dev"
 for device in null zero full random urandom tty; do
