@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that are missing; says nothing when there is nothing to do.
-# Usage: setup.sh run|test
+# Usage: setup.sh run|test [PROCESSOR]
+# With a processor also what building for that one takes, and running what was built.
 set -euo pipefail
 
 # What building and running the programs takes.
@@ -27,7 +28,7 @@ if [ "${1:-run}" = test ]; then
   )
 fi
 
-installed() { [ "$(dpkg-query -W -f='${db:Status-Status}' "$1" 2>/dev/null || true)" = installed ]; }
+installed() { dpkg-query -W -f='${db:Status-Status}\n' "$1" 2>/dev/null | grep -q -x installed; }
 
 as_root=()
 [ "$(id -u)" -eq 0 ] || as_root=(sudo)
@@ -58,6 +59,14 @@ install() {
 }
 
 install "${packages[@]}"
+if [ $# -gt 1 ]; then
+  if ! dpkg --print-foreign-architectures | grep -q -x "$2"; then
+    "${as_root[@]}" dpkg --add-architecture "$2"
+    "${as_root[@]}" apt-get update -q >"$log"
+  fi
+  mapfile -t libraries < <(printf '%s\n' "${packages[@]}" | grep -E '^(lib|qt6-).*-dev$')
+  install "crossbuild-essential-$2" qemu-user-static "${libraries[@]/%/:$2}"
+fi
 if [ "${1:-run}" = test ]; then
   # The sanitizers' libraries of the release's own Clang, for the fuzz targets.
   install "libclang-rt-$(clang -dumpversion | cut -d. -f1)-dev"
