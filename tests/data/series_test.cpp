@@ -23,6 +23,22 @@ ChartState loaded(std::vector<std::string> rows) {
   return state;
 }
 
+TEST(State, StartsAtZeroEmptyOrNothing) {
+  const auto& [open, high, low, close, left, volume, date, fifty, twoHundred, line, signal, os,
+               fastD, slowD] = Candle();
+  EXPECT_THAT((std::array{open, high, low, close, left, static_cast<float>(volume), fifty,
+                          twoHundred, line, signal, os, fastD, slowD}),
+              testing::Each(0));
+  const ChartState s;
+  EXPECT_THAT((std::array{s.iDuration, s.iInterval, s.iChartType, s.iSpacing, s.iShown}),
+              testing::Each(0));
+  EXPECT_THAT(
+      (std::array{s.sngLeft, s.sngMax, s.sngMin, s.sngShownMax, s.sngShownMin, s.sngPricePerPixel}),
+      testing::Each(0));
+  EXPECT_FALSE(s.bSuppressed || s.bDrawing || s.bBusy || s.colCandles || !s.sRows.empty());
+  EXPECT_EQ(s.sTicker + s.sDrawnTicker + date, "");
+}
+
 TEST(Series, CountsTheQuoteOnlyAsAWholeDailyWorkingDay) {
   const char* const noOpen = "16-Nov-26@N/A@70@55@61@5";
   const char* const noVolume = "16-Nov-26@60@70@55@61@N/A";

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <functional>
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -37,10 +40,13 @@ struct FakePictureBox : Recording<PictureBox> {
   std::string description;
 };
 
-/// Writes down what becomes of it, and with which step's text the progress window goes.
+/// Writes down what becomes of it, and with which step's text the progress window goes. Takes no
+/// control that reaches out of its container.
 struct FakeWindow final : HeadlessWindow {
   FakeWindow(const WindowDesign& window, GlyphSource& glyphs, std::vector<std::string>& written)
       : HeadlessWindow(window, glyphs, 1), design(window), log(written) {
+    designs[""].width = design.scaleWidth;
+    designs[""].height = design.scaleHeight;
     log.push_back((design.fixedDialog ? "dialog " : "window ") + design.caption);
   }
   ~FakeWindow() override {
@@ -54,13 +60,16 @@ struct FakeWindow final : HeadlessWindow {
     tabOrder = {names.begin(), names.end()};
   }
   std::unique_ptr<Control> create(const ControlDesign& control) override {
-    controls.push_back(control);
+    const ControlDesign& in = designs.at(control.container);
+    EXPECT_TRUE(control.left >= 0 && control.left + control.width <= in.width) << control.name;
+    EXPECT_TRUE(control.top >= 0 && control.top + control.height <= in.height) << control.name;
+    designs[control.name] = control;
     if (control.kind == ControlKind::PictureBox) return std::make_unique<FakePictureBox>(control);
     return HeadlessWindow::create(control);
   }
   const WindowDesign design;
   std::vector<std::string>& log;
-  std::vector<ControlDesign> controls;
+  std::map<std::string, ControlDesign> designs;  ///< by name; the window's own is ""
   std::vector<std::string> tabOrder;
 };
 
