@@ -17,6 +17,10 @@ class DeskClient final : public HttpClient {
   explicit DeskClient(const quotes::QuoteDesk& desk, std::string hint = {})
       : desk_(desk), hint_(std::move(hint)) {}
 
+  /// The ticker that is typed next. The window writes it into its requests as it is, where & or %
+  /// may make another of it: such a request is refused.
+  void expect(std::string ticker) { ticker_ = std::move(ticker); }
+
   std::string OpenURL(const std::string& url, int dataType) override;
   /// For the desk's remarks: a reason that no reply of its can tell.
   void note(const std::string& why) { reason_ = why; }
@@ -27,6 +31,7 @@ class DeskClient final : public HttpClient {
  private:
   const quotes::QuoteDesk& desk_;
   const std::string hint_;
+  std::string ticker_;
   std::string reason_;
 };
 

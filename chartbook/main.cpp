@@ -70,6 +70,9 @@ std::vector<std::string> pictureNames(const std::vector<Order>& orders) {
 /// One line of a list in a process of its own; its failure is part of the answer.
 std::string drawLine(Studio& studio, const Order& order, const std::filesystem::path& picture) {
   try {
+    if (!order.problem.empty()) {
+      throw BadOrder(order.problem);
+    }
     return packed(studio.draw(order, picture));
   } catch (const std::exception& error) {
     return packed(failedReport(order, error.what()));
@@ -164,7 +167,11 @@ int complain(const std::exception& error, int code) {
 
 int main(int argc, char** argv) {
   try {
-    return run(argc, argv);
+    const int code = run(argc, argv);
+    if (!std::cout.flush()) {
+      throw std::runtime_error("standard output cannot be written");
+    }
+    return code;
   } catch (const BadFlag& error) {
     complain(error, kBadFlag);
     std::cerr << "Try quintara-chart --help\n";

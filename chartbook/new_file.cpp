@@ -4,12 +4,29 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <stdexcept>
 #include <system_error>
 #include <utility>
 
 namespace quintara::chartbook {
 
-NewFile::NewFile(std::filesystem::path path) : path_(std::move(path)) {
+namespace {
+
+/// Renaming would put a file in the place of whatever is there: a link keeps leading to its file,
+/// and devices stay.
+std::filesystem::path placeOf(const std::filesystem::path& path) {
+  std::error_code error;
+  const std::filesystem::path place =
+      std::filesystem::is_symlink(path, error) ? std::filesystem::weakly_canonical(path) : path;
+  if (std::filesystem::exists(place, error) && !std::filesystem::is_regular_file(place, error)) {
+    throw std::runtime_error(path.string() + " is no file");
+  }
+  return place;
+}
+
+}  // namespace
+
+NewFile::NewFile(const std::filesystem::path& path) : path_(placeOf(path)) {
   if (path_.has_parent_path()) {
     std::filesystem::create_directories(path_.parent_path());
   }

@@ -11,8 +11,9 @@ namespace quintara::chartbook {
 /// the program wait meanwhile. Every function throws std::system_error that names the file.
 class NewFile {
  public:
-  /// Makes the folder, too, if need be.
-  explicit NewFile(std::filesystem::path path);
+  /// Makes the folder, too, if need be. Throws std::runtime_error where something else than a file
+  /// is.
+  explicit NewFile(const std::filesystem::path& path);
   NewFile(const NewFile&) = delete;
   NewFile& operator=(const NewFile&) = delete;
   /// Without commit() nothing is left.

@@ -28,6 +28,7 @@ inline constexpr std::array<const char*, kFieldCount> kFieldNames{
 struct Order {
   std::array<std::string, kFieldCount> fields;
   std::size_t line = 0;  ///< of the watch list; 0 without one
+  std::string problem;   ///< why this line of the list cannot be understood; empty if it can
 };
 
 /// An order that makes no sense; says why in one line.

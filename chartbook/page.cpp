@@ -116,7 +116,7 @@ std::string htmlEscaped(std::string_view text) {
         escaped += "&quot;";
         break;
       default:
-        escaped += c;
+        escaped += static_cast<unsigned char>(c) < ' ' ? "" : std::string(1, c);
     }
   }
   return escaped;

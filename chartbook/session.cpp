@@ -116,19 +116,26 @@ void Session::tickBoxes(const Order& order) {
          })->showBox);
   }
   for (const Target& target : targetsOf(order.fields.at(kTargets))) {
-    tick(find("there is no target " + escaped(target.set + "=" + target.name) +
-                  "; they are 1:1, 1.382 and 1.618 of A1 to A4",
-              [&](const LevelPlace& place) {
-                return !place.box.empty() && equalIgnoringCase(place.set, target.set) &&
-                       (place.name == target.name || place.name == target.name + ":1");
-              })
-             ->box);
+    const std::string text = escaped(target.set + "=" + target.name);
+    const auto place =
+        find("there is no target " + text + "; they are 1:1, 1.382 and 1.618 of A1 to A4",
+             [&](const LevelPlace& each) {
+               return !each.box.empty() && equalIgnoringCase(each.set, target.set) &&
+                      (each.name == target.name || each.name == target.name + ":1");
+             });
+    if (control<CheckBox>(place->showBox).Value() == 0) {
+      throw BadOrder("the target " + text +
+                     " is drawn with its set only, which Show does not list");
+    }
+    tick(place->box);
   }
 }
 
 void Session::draw(const Order& order) {
   choose(order);
-  control<TextBox>("txtTicker").setText(order.fields.at(kTicker));
+  const std::string& ticker = order.fields.at(kTicker);
+  prices_.expect(ticker);
+  control<TextBox>("txtTicker").setText(ticker);
   try {
     control<Button>("cmdChart").Click();
     expectChart();

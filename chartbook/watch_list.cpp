@@ -40,14 +40,18 @@ std::string contentOf(const std::filesystem::path& path) {
 /// The field that each column holds; no value for columns of another meaning.
 using Columns = std::vector<std::optional<Field>>;
 
-Columns columnsOf(const TableRows& rows) {
+Columns columnsOf(const TableRows& rows, const std::filesystem::path& file) {
   Columns columns(rows.size());
   for (std::size_t field = 0; field < kFieldCount; ++field) {
     for (std::size_t place = 0; place < rows.size(); ++place) {
-      if (quotes::plainName(rows[place]) == quotes::plainName(kFieldNames.at(field))) {
-        columns.at(place) = static_cast<Field>(field);
-        break;
+      if (quotes::plainName(rows[place]) != quotes::plainName(kFieldNames.at(field))) {
+        continue;
       }
+      if (std::find(columns.begin(), columns.end(), static_cast<Field>(field)) != columns.end()) {
+        throw BadOrder(quotes::escaped(file.string()) + " names the column " +
+                       kFieldNames.at(field) + " twice");
+      }
+      columns.at(place) = static_cast<Field>(field);
     }
   }
   return columns;
@@ -79,13 +83,20 @@ Order orderOf(const TableRows& rows, const Columns& columns, const Order& usual,
       continue;
     }
     const Field field = *columns.at(place);
-    if (commas && field >= kFirstPoint && field < kShow) {
+    if (commas && field >= kFirstPoint && field < kShow && text.find('.') == text.npos) {
       std::replace(text.begin(), text.end(), ',', '.');
     }
     if (field == kTicker) {
       setTicker(order, text);
     } else {
       order.fields.at(field) = text;
+    }
+  }
+  for (std::size_t place = columns.size(); place < rows.size(); ++place) {
+    if (!rows[place].empty()) {
+      order.problem = std::to_string(rows.size()) + " columns instead of " +
+                      std::to_string(columns.size()) +
+                      ", as when a comma that belongs to a field separates two";
     }
   }
   return order;
@@ -97,7 +108,7 @@ std::vector<Order> readWatchList(const std::filesystem::path& file, const Order&
   const std::string text = contentOf(file);
   for (const char separator : quotes::separatorsOf(text)) {
     TableRows rows(text, separator);
-    const Columns columns = toHeader(rows) ? columnsOf(rows) : Columns();
+    const Columns columns = toHeader(rows) ? columnsOf(rows, file) : Columns();
     if (!hasTicker(columns)) {
       continue;
     }

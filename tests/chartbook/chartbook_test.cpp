@@ -50,7 +50,8 @@ struct Chartbook : testing::Test {
 TEST_F(Chartbook, ReadsWatchListsInEveryForm) {
   const std::pair<const char*, const char*> kLists[] = {
       {"Ticker,A1\nAAA,12.5\n", "AAA 12.5 12"},
-      {"note;a1; TICKER\r\n# no\r\nx;12,5;AAA;more\r\n\r\n", "AAA 12.5 12"},
+      {"note;a1; TICKER\r\n# no\r\nx;12,5;AAA;\r\n\r\n", "AAA 12.5 12"},
+      {"Ticker,A1,a1\n", "watch.csv names the column A1 twice"},
       {"Span\tTicker\n6\tAAA\n\tBBB\n", "AAA  6, BBB  12"},
       {"Ticker,Targets\n\"A\"\"\",\"A1=1:1,1.618\"\n", "A\"  12"},
       {"Symbol\nAAA\n", "watch.csv has no column Ticker in its first line"},
@@ -124,6 +125,8 @@ TEST_F(Chartbook, SaysWhatIsWrongByExitCodeAndReason) {
       {"DEMO --points A1=5,B1=7 --targets A1=1", "2 quintara-chart: error: A1 has no targets"},
       {"DEMO --points A1=5,B1=7,C1=6 --targets A1=2",
        "2 quintara-chart: error: there is no target A1=2"},
+      {"DEMO --points A1=5,B1=7,C1=6 --targets A1=1",
+       "2 quintara-chart: error: the target A1=1 is drawn with its set only"},
       {"DEMO --size 40x900", "2 quintara-chart: error: --size needs a number from 50"},
       {"DEMO --size 9000x900 --scale 2", "2 quintara-chart: error: --size by --scale"},
       {"DEMO --scale 1,5", "2 quintara-chart: error: --scale needs"},
@@ -140,6 +143,11 @@ TEST_F(Chartbook, SaysWhatIsWrongByExitCodeAndReason) {
       {"none",
        "1 quintara-chart: error: no prices for NONE. No provider was asked: there are no set"},
       {"DEMO --into /dev/null/x", "1 quintara-chart: error: "},
+      {"DEMO --output /dev/full", "1 quintara-chart: error: /dev/full is no file"},
+      {"--levels A1=5,B1=7 >/dev/full", "1 quintara-chart: error: standard output cannot be writ"},
+      {"'DEMO&x=/../../../A'", "1 quintara-chart: error: no prices for DEMO&X=/../../../A: no tic"},
+      {"'M&M'", "1 quintara-chart: error: a chart would ask for M in place of M&M"},
+      {"%44EMO", "1 quintara-chart: error: a chart would ask for DEMO in place of %44EMO"},
   };
   for (const auto& [arguments, expected] : kRuns)
     EXPECT_THAT(run(arguments, "de_DE.UTF-8"), testing::StartsWith(expected)) << arguments;
@@ -150,7 +158,7 @@ TEST_F(Chartbook, MakesAPictureALineATableAndAPage) {
   write("watch.csv",
         "Ticker,Interval,A1,B1,C1,Show,Targets\n"
         "demo,daily,82.59,93.6,86.5,A1,A1=1:1\n<b>,\nINDEX,monthly,10000,20000\nDEMO,weekly\n"
-        ",weekly\nOLD\n");
+        ",weekly\nOLD\nDEMO,daily,1,5,2,6\nDEMO,daily,82,59,93,6,,,86\n");
   fs::create_directories(folder / ".local/share/quintara/prices");
   write(".local/share/quintara/prices/OLD.csv",
         "Date,Open,High,Low,Close\n2019-10-01,1,2,1,2\n2019-10-02,1,2,1,2\n");
@@ -158,7 +166,9 @@ TEST_F(Chartbook, MakesAPictureALineATableAndAPage) {
               testing::MatchesRegex("1 watch.csv:3: <B>: no prices for <B>. No provider [^\n]*\n"
                                     "watch.csv:6: Please enter Ticker Symbol\n"
                                     "watch.csv:7: OLD: OLD has 2 days from 1-Oct-19 to 2-Oct-19, "
-                                    "but none within [^\n]*\n"));
+                                    "but none within [^\n]*\n"
+                                    "watch.csv:8: DEMO: Show lists A1 to A4, not 6\n"
+                                    "watch.csv:9: DEMO: 9 columns instead of 7, [^\n]*\n"));
   const std::string comma = read("out/DEMO.png");
   const std::string levels = read("out/levels.csv");
   EXPECT_THAT(levels, HasSubstr(",A1,1.618,104.314,"));
