@@ -16,7 +16,7 @@ namespace {
 /// and devices stay.
 std::filesystem::path placeOf(const std::filesystem::path& path) {
   std::error_code error;
-  const std::filesystem::path place =
+  std::filesystem::path place =
       std::filesystem::is_symlink(path, error) ? std::filesystem::weakly_canonical(path) : path;
   if (std::filesystem::exists(place, error) && !std::filesystem::is_regular_file(place, error)) {
     throw std::runtime_error(path.string() + " is no file");
