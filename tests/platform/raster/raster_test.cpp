@@ -44,7 +44,7 @@ TEST(RasterTest, DrawsTheNearestDevicePixels) {
       {"2 outline", 3, 3, 2, B, Solid, {0, 0, 2, 2}, "######|######|##..##|##..##|######|######|"},
       {"dots on the grid", 8, 1, 1, N, Dot, {1, 0, 7, 0}, "...#..#.|"},
       {"far", 12, 1, 1.6, N, Dash, {-9e9F, 0, 9e9F, 0}, "############......#|############......#|"},
-      {"outline far below", 3, 1, 1, B, Solid, {0, 1e9F, 2, 2e9F}, "...|"},
+      {"outline far beyond", 3, 2, 1, B, Solid, {0, -5e5F, 2, 5e5F}, "#.#|#.#|"},
       {"dashed outline", 9, 3, 1, B, Dash, {0, 0, 7, 2}, "######.#.|#......#.|######.#.|"},
       {"filled has no pattern", 4, 1, 1, BF, Dot, {0, 0, 2, 0}, "###.|"},
       {"last end far", 3, 3, 1, N, Solid, {0, 0, 1e31F, 3e31F}, "#..|#..|.#.|"},
