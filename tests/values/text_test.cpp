@@ -14,11 +14,8 @@ namespace {
 
 TEST(DefaultText, HasSevenDigitsAndNoExponent) {
   const std::pair<float, const char*> kCases[] = {
-      {0, "0"},           {12.5F, "12,5"},        {9999999, "9999999"},
-      {-0.0F, "0"},       {-0.25F, "-0,25"},      {12345.678F, "12345,68"},
-      {1e7F, "10000000"}, {28.287F, "28,287"},    {16777216, "16777216"},
-      {1e-4F, "0,0001"},  {99999.997F, "100000"}, {1.234e-5F, "0,00001234"},
-  };
+      {0, "0"},           {-0.0F, "0"},      {-0.25F, "-0,25"},      {12345.678F, "12345,68"},
+      {1e7F, "10000000"}, {1e-4F, "0,0001"}, {99999.997F, "100000"}, {1.234e-5F, "0,00001234"}};
   const ScopedSeparator comma(",");
   for (const auto& [value, text] : kCases) EXPECT_EQ(defaultText(value), text);
   EXPECT_EQ(defaultText(1e20F), "100000002004087734272");
