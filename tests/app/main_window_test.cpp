@@ -262,7 +262,9 @@ TEST_F(Pointer, DropsEachBoxsPriceOnce) {
       {"txtA3", "61.75"}, {"txtA4", "61.75"}, {"txtB2", "59.5"},  {"txtC2", "61.75"}};
   for (const auto& [box, price] : kCases) {
     moveOver(box);
-    EXPECT_EQ(text(box), "") << "nothing is held";
+    EXPECT_EQ(text(box), "") << "nothing is held yet";
+  }
+  for (const auto& [box, price] : kCases) {
     pressAndRelease();
     moveOver(box);
     EXPECT_EQ(text(box), price);

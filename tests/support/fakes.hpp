@@ -1,10 +1,9 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <functional>
 #include <map>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -41,7 +40,7 @@ struct FakePictureBox : Recording<PictureBox> {
 };
 
 /// Writes down what becomes of it, and with which step's text the progress window goes. Takes no
-/// control that reaches out of its container.
+/// control that reaches out of its container, and no text that is not in the middle of a dialog.
 struct FakeWindow final : HeadlessWindow {
   FakeWindow(const WindowDesign& window, GlyphSource& glyphs, std::vector<std::string>& written)
       : HeadlessWindow(window, glyphs, 1), design(window), log(written) {
@@ -50,7 +49,7 @@ struct FakeWindow final : HeadlessWindow {
     log.push_back((design.fixedDialog ? "dialog " : "window ") + design.caption);
   }
   ~FakeWindow() override {
-    if (design.fixedDialog) log.push_back("closed " + control<Label>("lblInfo").Caption());
+    if (designs.contains("lblInfo")) log.push_back("closed " + control<Label>("lblInfo").Caption());
   }
   void Show() override { log.emplace_back("shown"); }
   void Move(float left, float top) override {
@@ -61,8 +60,11 @@ struct FakeWindow final : HeadlessWindow {
   }
   std::unique_ptr<Control> create(const ControlDesign& control) override {
     const ControlDesign& in = designs.at(control.container);
-    EXPECT_TRUE(control.left >= 0 && control.left + control.width <= in.width) << control.name;
-    EXPECT_TRUE(control.top >= 0 && control.top + control.height <= in.height) << control.name;
+    if (control.left < 0 || control.left + control.width > in.width || control.top < 0 ||
+        control.top + control.height > in.height)
+      throw std::invalid_argument(control.name + " reaches out of its container");
+    if (design.fixedDialog && control.kind == ControlKind::Label && !control.look.centred)
+      throw std::invalid_argument(control.name + " is not centred");
     designs[control.name] = control;
     if (control.kind == ControlKind::PictureBox) return std::make_unique<FakePictureBox>(control);
     return HeadlessWindow::create(control);
