@@ -17,6 +17,9 @@ build=build/$processor
 tests=(values_test logic_test runtime_test raster_test headless_test platform_test chartbook_test
   quote_service_tests)
 
+# Where this system has its packages from.
+mirror() { apt-get indextargets --format '$(REPO_URI)' 'Created-By: Packages' | head -n 1; }
+
 case ${TRY_PROCESSOR:-} in
   build)  # in the system, on the processor that is there
     # The manuals of a package built for two processors may differ, and then cannot both be there.
@@ -51,6 +54,10 @@ case ${TRY_PROCESSOR:-} in
     [ "${#failed[@]}" -eq 0 ] || { echo "failed on $machine: ${failed[*]}"; exit 1; }
     ;;
   *)
+    # Libraries for two processors have to be of one version, and later updates need not be made for both.
+    [ -e "$folder/etc/debian_version" ] ||
+      mmdebstrap --variant=minbase --include=ca-certificates,sudo,git "$release" "$folder" \
+        "deb $(mirror) $release main"
     "$(dirname "$0")/try-debian.sh" "$release" --folder "$folder" \
       env TRY_PROCESSOR=build scripts/try-processor.sh "$processor"
     TRY_PROCESSOR="test" exec unshare --mount --pid --fork --mount-proc \
