@@ -88,7 +88,7 @@ void checkReply(std::string_view reply) {
   const bool ours = std::find(kOurs.begin(), kOurs.end(), status.substr(9, 3)) != kOurs.end();
   check(!ours || headers.find("\nServer: quintara-quotes/") != headers.npos,
         "every reply of ours is signed");
-  check(headers.find("HTTP/1.1") == headers.npos, "there is one reply");
+  check(headers.find("\nHTTP/1.1") == headers.npos, "there is one reply");
 }
 
 }  // namespace
