@@ -4,6 +4,7 @@
 #include <zlib.h>
 
 #include <array>
+#include <bit>
 #include <csetjmp>
 #include <cstdint>
 #include <stdexcept>
@@ -111,8 +112,13 @@ void writeRows(png_structp png, png_infop info, const Raster& raster, const Pale
   }
   png_write_info(png, info);
   if (!palette.fits()) {
-    png_set_bgr(png);
-    png_set_filler(png, 0, PNG_FILLER_AFTER);
+    // A pixel's bytes in memory: blue first, or the unused one.
+    if (std::endian::native == std::endian::little) {
+      png_set_bgr(png);
+      png_set_filler(png, 0, PNG_FILLER_AFTER);
+    } else {
+      png_set_filler(png, 0, PNG_FILLER_BEFORE);
+    }
   }
   const auto* row = reinterpret_cast<const std::uint8_t*>(raster.pixels());
   for (png_uint_32 y = 0; y < height; ++y, row += raster.stride()) {

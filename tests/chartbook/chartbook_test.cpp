@@ -3,6 +3,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <bit>
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
@@ -86,7 +87,7 @@ TEST_F(Chartbook, PutsEveryPixelIntoThePicture) {
     image.version = PNG_IMAGE_VERSION;
     ASSERT_TRUE(png_image_begin_read_from_memory(&image, file.data(), file.size()));
     EXPECT_EQ((image.format & PNG_FORMAT_FLAG_COLORMAP) != 0, colours <= 256) << colours;
-    image.format = PNG_FORMAT_BGRA;
+    image.format = std::endian::native == std::endian::little ? PNG_FORMAT_BGRA : PNG_FORMAT_ARGB;
     std::vector<std::uint32_t> pixels(600);
     ASSERT_TRUE(png_image_finish_read(&image, nullptr, pixels.data(), 0, nullptr));
     const auto* const row = raster.pixels() + raster.stride() / 4;
