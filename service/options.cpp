@@ -27,7 +27,7 @@ enum Flag {
   kVersion
 };
 
-constexpr std::array<option, 14> kFlags{{
+constexpr auto kFlags = std::to_array<option>({
     {"history-port", required_argument, nullptr, kHistoryPort},
     {"quotes-port", required_argument, nullptr, kQuotesPort},
     {"prices", required_argument, nullptr, kPrices},
@@ -42,7 +42,7 @@ constexpr std::array<option, 14> kFlags{{
     {"help", no_argument, nullptr, kHelp},
     {"version", no_argument, nullptr, kVersion},
     {nullptr, 0, nullptr, 0},
-}};
+});
 
 int portOf(const std::string& flag, const std::string& text) {
   const auto port = parseCount(text);

@@ -19,14 +19,14 @@ struct Reach {
   const char* chart;
   std::chrono::days days;
 };
-constexpr std::array<Reach, 6> kReaches{{
+constexpr auto kReaches = std::to_array<Reach>({
     {"Daily, 6 months", std::chrono::days{182}},
     {"Daily, 12 months", std::chrono::days{365}},
     {"Daily, 18 months", std::chrono::days{547}},
     {"Daily, 24 months", std::chrono::days{730}},
     {"Weekly", std::chrono::weeks{220}},
     {"Monthly", {}},
-}};
+});
 constexpr std::chrono::months kMonthlyReach{120};
 
 bool reaches(const Reach& reach, Day today, Day day) {

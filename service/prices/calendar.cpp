@@ -8,8 +8,8 @@ namespace {
 
 using std::chrono::year_month_day;
 
-constexpr std::array<std::string_view, 12> kMonths{"Jan", "Feb", "Mar", "Apr", "May", "Jun",
-                                                   "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
+constexpr auto kMonths = std::to_array<std::string_view>(
+    {"Jan", "Feb", "Mar", "Apr", "May", "Jun", "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"});
 
 unsigned yearOf(year_month_day date) {
   return static_cast<unsigned>(static_cast<int>(date.year()));

@@ -13,7 +13,7 @@ namespace quintara::quotes {
 namespace {
 
 // A line for a language, January first. Where a name changes with its case both stand.
-constexpr std::array<std::string_view, 29> kMonths{
+constexpr auto kMonths = std::to_array<std::string_view>({
     "January February March April May June July August September October November December",
     "Jan Feb Mar Apr May Jun Jul Aug Sept Oct Nov Dec",
     "Januar Februar März April Mai Juni Juli August September Oktober November Dezember",
@@ -51,7 +51,7 @@ constexpr std::array<std::string_view, 29> kMonths{
     "січня лютого березня квітня травня червня липня серпня вересня жовтня листопада грудня",
     "يناير فبراير مارس أبريل مايو يونيو يوليو أغسطس سبتمبر أكتوبر نوفمبر ديسمبر",
     "Januari Februari Maret April Mei Juni Juli Agustus September Oktober November Desember",
-};
+});
 
 constexpr std::string_view kDays =
     "Monday Tuesday Wednesday Thursday Friday Saturday Sunday Montag Dienstag Mittwoch Donnerstag "

@@ -69,7 +69,7 @@ void OrderEvidence::add(std::size_t line, std::string_view text, const WrittenMo
 
 OrderFound OrderEvidence::decide(DayOrder region) const {
   if (count_ == 0) {
-    return {DayOrder::Unclear, "every date says it by itself", false, ""};
+    return {DayOrder::Unclear, "every date says it by itself", ""};
   }
   std::vector<const Reading*> left;
   for (const Reading& reading : readings_) {
@@ -80,13 +80,13 @@ OrderFound OrderEvidence::decide(DayOrder region) const {
   if (left.empty()) {
     const Reading& day = readings_[0];
     const Reading& month = readings_[1];
-    return {DayOrder::Unclear, "", false,
+    return {DayOrder::Unclear, "",
             "the dates contradict each other, " + shown(month.otherLine, month.otherText) +
                 " cannot begin with the month, " + shown(day.otherLine, day.otherText) +
                 " not with the day: write all dates like 2026-11-05"};
   }
   const auto found = [&](const std::string& why) {
-    return OrderFound{left.front()->order, why, false, ""};
+    return OrderFound{left.front()->order, why, ""};
   };
   if (left.size() == 1) {
     const auto other =
@@ -124,12 +124,12 @@ OrderFound OrderEvidence::decide(DayOrder region) const {
                        [&](auto reading) { return reading->order == order; });
   };
   if (points_ && isLeft(DayOrder::DayFirst)) {
-    return {DayOrder::DayFirst, "dates with points begin with the day", false, ""};
+    return {DayOrder::DayFirst, "dates with points begin with the day", ""};
   }
   if (region != DayOrder::Unclear && isLeft(region)) {
-    return {region, "by the regional settings, as nothing in the file decides it", true, ""};
+    return {region, "by the regional settings, as nothing in the file decides it", ""};
   }
-  return {DayOrder::Unclear, "", false,
+  return {DayOrder::Unclear, "",
           shown(firstLine_, firstText_) +
               " may begin with the day or the month, and neither the other dates nor the regional "
               "settings (LC_TIME) decide it: write dates like 2026-11-05"};

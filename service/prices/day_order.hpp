@@ -12,9 +12,8 @@ namespace quintara::quotes {
 /// What all dates of a table together say about their order.
 struct OrderFound {
   DayOrder order = DayOrder::Unclear;
-  std::string why;        ///< one line, escaped
-  bool byRegion = false;  ///< nothing in the table decides
-  std::string problem;    ///< why there is no order though one is needed; empty otherwise
+  std::string why;      ///< one line, escaped
+  std::string problem;  ///< why there is no order though one is needed; empty otherwise
 };
 
 std::string nameOf(DayOrder order);

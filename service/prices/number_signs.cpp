@@ -10,16 +10,17 @@ namespace {
 
 // Signs and codes of currencies, and what else stands beside numbers and does
 // not change them.
-constexpr std::array<std::string_view, 66> kBeside{
-    "US$", "A$",  "C$",  "HK$", "NT$", "S$",  "R$",  "NZ$", "MX$", "$",   "€",
-    "£",   "¥",   "￥",  "₹",   "₽", "₺",   "₩",   "₪",   "฿",   "₫",   "₴",
-    "zł",  "kr.", "kr",  "Kč",  "Ft",  "lei", "Rs.", "Rs",  "Fr.", "p",   "руб.",
-    "руб", "元",  "円",  "원",  "USD", "EUR", "GBP", "GBX", "JPY", "CHF", "CAD",
-    "AUD", "NZD", "SEK", "NOK", "DKK", "PLN", "CZK", "HUF", "RON", "TRY", "TL",
-    "RUB", "UAH", "INR", "CNY", "HKD", "TWD", "KRW", "SGD", "BRL", "ZAR", "USDT"};
+constexpr auto kBeside = std::to_array<std::string_view>(
+    {"US$", "A$",  "C$",  "HK$", "NT$", "S$",  "R$",  "NZ$", "MX$", "$",   "€",
+     "£",   "¥",   "￥",  "₹",   "₽", "₺",   "₩",   "₪",   "฿",   "₫",   "₴",
+     "zł",  "kr.", "kr",  "Kč",  "Ft",  "lei", "Rs.", "Rs",  "Fr.", "p",   "руб.",
+     "руб", "元",  "円",  "원",  "USD", "EUR", "GBP", "GBX", "JPY", "CHF", "CAD",
+     "AUD", "NZD", "SEK", "NOK", "DKK", "PLN", "CZK", "HUF", "RON", "TRY", "TL",
+     "RUB", "UAH", "INR", "CNY", "HKD", "TWD", "KRW", "SGD", "BRL", "ZAR", "USDT"});
 
 // Apostrophes between groups of digits.
-constexpr std::array<std::string_view, 3> kApostrophes{"\xE2\x80\x99", "\xE2\x80\xB2", "\xC2\xB4"};
+constexpr auto kApostrophes =
+    std::to_array<std::string_view>({"\xE2\x80\x99", "\xE2\x80\xB2", "\xC2\xB4"});
 
 constexpr std::size_t kLongestBeside = 8;
 
@@ -186,10 +187,10 @@ bool isNothing(std::string_view text) {
   if (!text.empty() && isDigit(text.front())) {
     return false;
   }
-  constexpr std::array<std::string_view, 21> kNothing{
-      "",    "-",    "--",   "---",  "N/A",     "#N/A",         "NA",
-      "NaN", "null", "none", "nil",  ".",       "..",           "\\N",
-      "n/d", "n.d.", "k.A.", "n.a.", "#VALUE!", "\xE2\x80\x93", "\xE2\x80\x94"};
+  constexpr auto kNothing = std::to_array<std::string_view>(
+      {"",    "-",    "--",   "---",  "N/A",     "#N/A",         "NA",
+       "NaN", "null", "none", "nil",  ".",       "..",           "\\N",
+       "n/d", "n.d.", "k.A.", "n.a.", "#VALUE!", "\xE2\x80\x93", "\xE2\x80\x94"});
   return std::any_of(kNothing.begin(), kNothing.end(),
                      [&](auto nothing) { return equalIgnoringCase(nothing, text); });
 }
@@ -238,7 +239,7 @@ std::optional<SignFound> SignEvidence::proven(const Seens& seen) {
   }
   const bool isComma = comma.count == more;
   const Seen& first = isComma ? comma : point;
-  return SignFound{isComma, true, shown(first.line, first.text) + " shows it", false, '.', ""};
+  return SignFound{isComma, true, shown(first.line, first.text) + " shows it", false, ""};
 }
 
 SignFound SignEvidence::decide() const {
@@ -273,7 +274,6 @@ SignFound SignEvidence::decide() const {
   }
   const Seen& seen = comma ? commas : points;
   found.unclear = true;
-  found.unclearSign = comma ? ',' : '.';
   found.comma = comma;
   found.problem = shown(seen.line, seen.text) +
                   " may have three decimals or be above a thousand, "

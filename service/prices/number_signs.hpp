@@ -33,9 +33,8 @@ struct SignFound {
   bool comma = false;
   bool any = false;      ///< there are signs
   std::string why;       ///< one line, escaped
-  bool unclear = false;  ///< every sign may be either; `unclearSign` is the sign
-  char unclearSign = '.';
-  std::string problem;  ///< why the sign is not known; empty when it is
+  bool unclear = false;  ///< every sign may be either, and `comma` says which one it is
+  std::string problem;   ///< why the sign is not known; empty when it is
 };
 
 /// Collects what decides whether 1,234 is a thousand or a little more than one.

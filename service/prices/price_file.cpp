@@ -35,7 +35,6 @@ void describe(Reading& reading, const PriceTable& table) {
 void describe(Reading& reading, const TableEvidence& evidence) {
   reading.dateOrder = nameOf(evidence.order.order);
   reading.dateOrderWhy = evidence.order.why;
-  reading.dateOrderByRegion = evidence.order.byRegion;
   reading.decimalSign = !evidence.signs.any ? "" : evidence.signs.comma ? "comma" : "point";
   reading.decimalSignWhy = evidence.signs.why;
 }

@@ -22,8 +22,7 @@ struct Reading {
   std::vector<Column> columns;  ///< those that are used
   std::string dateOrder;        ///< "day, month, year", where dates have an order
   std::string dateOrderWhy;
-  bool dateOrderByRegion = false;  ///< nothing in the file decides
-  std::string decimalSign;         ///< "point" or "comma", where prices have one
+  std::string decimalSign;  ///< "point" or "comma", where prices have one
   std::string decimalSignWhy;
 };
 

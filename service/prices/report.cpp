@@ -11,8 +11,8 @@ namespace {
 
 constexpr std::size_t kShownComplaints = 20;
 
-constexpr std::array<std::pair<char, const char*>, 4> kSeparators{
-    {{',', "comma"}, {';', "semicolon"}, {'\t', "tab"}, {'|', "bar"}}};
+constexpr auto kSeparators = std::to_array<std::pair<char, const char*>>(
+    {{',', "comma"}, {';', "semicolon"}, {'\t', "tab"}, {'|', "bar"}});
 
 std::string separatorName(char separator) {
   const auto* known = std::find_if(kSeparators.begin(), kSeparators.end(),

@@ -70,13 +70,12 @@ std::optional<bool> signThatFits(std::string_view text, const PriceTable& table,
 SignFound decideUnclear(SignFound found, std::string_view text, const PriceTable& table,
                         const RowRules& rules, bool pointsInDates) {
   if (const auto comma = signThatFits(text, table, rules)) {
-    return {*comma, true, "only so high and low are the highest and the lowest price",
-            false,  '.',  ""};
+    return {*comma, true, "only so high and low are the highest and the lowest price", false, ""};
   }
   // Three decimals are usual for some currencies; a point between thousands goes with dates that
   // have points and with semicolons.
-  if (found.unclearSign == '.' && !(table.separator == ';' && pointsInDates)) {
-    return {false, true, "every price has three digits behind its only point", false, '.', ""};
+  if (!found.comma && !(table.separator == ';' && pointsInDates)) {
+    return {false, true, "every price has three digits behind its only point", false, ""};
   }
   return found;
 }
@@ -169,7 +168,7 @@ TableEvidence evidenceOf(std::string_view text, const PriceTable& table, const R
     chooseTicker(evidence, tickers, rules.ticker);
   }
   evidence.order = rules.days.order != DayOrder::Unclear
-                       ? OrderFound{rules.days.order, "by the settings", false, ""}
+                       ? OrderFound{rules.days.order, "by the settings", ""}
                        : order.decide(rules.region);
   evidence.utcOffsetHours = rules.days.utcOffsetHours;
   if (rules.days.utcOffsetHours == 0 && stamps.areOfTheNextDay()) {

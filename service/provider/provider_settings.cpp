@@ -107,7 +107,7 @@ struct Setting {
 using S = ProviderSettings;
 using V = const std::string;
 
-constexpr std::array<Setting, 20> kSettings{{
+constexpr auto kSettings = std::to_array<Setting>({
     {"url", [](S& s, V& v) { setUrl(s.tableUrl, v); }},
     {"quote_url", [](S& s, V& v) { setUrl(s.quoteUrl, v); }},
     {"header", [](S& s, V& v) { setHeader(s.header, v); }},
@@ -129,10 +129,10 @@ constexpr std::array<Setting, 20> kSettings{{
     {"ca_file", [](S& s, V& v) { setCaFile(s.caFile, v); }},
     // A chart waits for a minute at most.
     {"timeout_seconds", [](S& s, V& v) { s.timeOut = std::chrono::seconds{numberOf(v, 1, 50)}; }},
-}};
+});
 
 // They begin with what holds for the table.
-constexpr std::array<Setting, 9> kLaterSettings{{
+constexpr auto kLaterSettings = std::to_array<Setting>({
     {"quote_format", [](S& s, V& v) { setFormat(s.quote, v); }},
     {"quote_rows", [](S& s, V& v) { setRows(s.quote, v); }},
     {"quote_date", [](S& s, V& v) { s.quote.names[kDate] = v; }},
@@ -142,7 +142,7 @@ constexpr std::array<Setting, 9> kLaterSettings{{
     {"quote_last", [](S& s, V& v) { s.quote.names[kClose] = v; }},
     {"quote_volume", [](S& s, V& v) { s.quote.names[kVolume] = v; }},
     {"cache_seconds", [](S& s, V& v) { s.cacheTime = std::chrono::seconds{numberOf(v, 0, 3600)}; }},
-}};
+});
 
 struct Line {
   int number;

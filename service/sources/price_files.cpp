@@ -17,7 +17,7 @@
 namespace quintara::quotes {
 namespace {
 
-constexpr std::array<std::string_view, 3> kEndings{".csv", ".txt", ".tsv"};
+constexpr auto kEndings = std::to_array<std::string_view>({".csv", ".txt", ".tsv"});
 
 // The place of the name's ending in the list above.
 std::size_t endingOf(std::string_view name) {

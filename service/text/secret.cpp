@@ -15,8 +15,8 @@ using Ends = std::vector<std::size_t>;
 
 constexpr int kLayers = 3;  // of one encoding around itself, as in %25252F
 
-constexpr std::array<std::pair<std::string_view, char>, 5> kReferences{
-    {{"&amp;", '&'}, {"&quot;", '"'}, {"&lt;", '<'}, {"&gt;", '>'}, {"&apos;", '\''}}};
+constexpr auto kReferences = std::to_array<std::pair<std::string_view, char>>(
+    {{"&amp;", '&'}, {"&quot;", '"'}, {"&lt;", '<'}, {"&gt;", '>'}, {"&apos;", '\''}});
 
 bool standsAt(std::string_view text, std::size_t at, std::string_view word) {
   return at <= text.size() && equalIgnoringCase(text.substr(at, word.size()), word);

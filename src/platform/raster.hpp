@@ -13,11 +13,11 @@ namespace quintara {
 
 /// A character as rendered: coverage 0 to 255 a device pixel, row by row.
 struct Glyph {
-  int left = 0;  ///< device pixels from the pen position to the first column
-  int top = 0;   ///< device pixels from the top of the text line to the first row
-  int width = 0;
-  int height = 0;
-  int advance = 0;  ///< device pixels to the next pen position
+  int left;  ///< device pixels from the pen position to the first column
+  int top;   ///< device pixels from the top of the text line to the first row
+  int width;
+  int height;
+  int advance;  ///< device pixels to the next pen position
   std::vector<std::uint8_t> coverage;
 };
 
@@ -60,15 +60,13 @@ class Raster final : public DrawingSurface {
   [[nodiscard]] std::int32_t Point(float x, float y) const;
 
   struct UserPosition {
-    float x = 0;
-    float y = 0;
+    float x, y;
   };
   /// The user coordinates of the device pixel under a mouse position in logical pixels. Point reads
   /// that pixel back, as long as a pixel is more than two steps of the single-precision price.
   [[nodiscard]] UserPosition toUser(double logicalX, double logicalY) const;
   struct LogicalPosition {
-    double x = 0;
-    double y = 0;
+    double x, y;
   };
   /// Where the device pixel of a position in user coordinates begins, in logical pixels.
   [[nodiscard]] LogicalPosition toLogical(float x, float y) const;
@@ -121,7 +119,7 @@ class Raster final : public DrawingSurface {
   double currentX_ = 0;
   double currentY_ = 0;
   DrawStyle style_ = DrawStyle::Solid;
-  StrokePattern pattern_;
+  StrokePattern pattern_{};
   bool damaged_ = false;
 };
 

@@ -98,12 +98,9 @@ void RasterImage::outline(const PixelRect& rect, int thickness, StrokePattern pa
   if (pattern.isSolid() && thickness == 1 && left >= 0 && right <= width_) {
     // A candle's edges lie in one cache line: one pass over the rows does for both.
     const PixelRect area = clipped(rect);
-    if (area.top >= area.bottom) {
-      return;
-    }
-    std::uint32_t* at = row(area.top);
-    for (int y = area.top; y < area.bottom; ++y, at += stride_) {
-      at[left] = at[right - 1] = pixel;
+    for (int y = area.top; y < area.bottom; ++y) {
+      std::uint32_t* const line = row(y);
+      line[left] = line[right - 1] = pixel;
     }
     return;
   }

@@ -10,10 +10,7 @@ namespace quintara {
 
 /// Device pixels from left/top up to, but without, right/bottom. Empty unless both grow.
 struct PixelRect {
-  int left = 0;
-  int top = 0;
-  int right = 0;
-  int bottom = 0;
+  int left, top, right, bottom;
 };
 
 /// The nearest device pixel to a position that is a number. One far off every image stays far off,
@@ -27,8 +24,7 @@ inline int nearestPixel(double device) {
 /// The on and off lengths of a stroke's pattern, in device pixels. It starts at the image's
 /// first column or row, whatever the stroke: parallel strokes have their gaps side by side.
 struct StrokePattern {
-  int on = 1;
-  int period = 1;
+  int on, period;
 
   [[nodiscard]] bool isSolid() const { return on == period; }
   [[nodiscard]] bool isOn(int position) const { return position % period < on; }

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdlib>
 
@@ -18,17 +19,10 @@ void Raster::setDrawStyle(DrawStyle style) {
 }
 
 void Raster::updatePattern() {
-  switch (style_) {
-    case DrawStyle::Solid:
-      pattern_ = {1, 1};
-      break;
-    case DrawStyle::Dash:
-      pattern_ = {6 * thickness_, 9 * thickness_};
-      break;
-    case DrawStyle::Dot:
-      pattern_ = {thickness_, 3 * thickness_};
-      break;
-  }
+  constexpr auto kPatterns =
+      std::to_array<StrokePattern>({{1, 1}, {6, 9}, {1, 3}});  // by DrawStyle
+  const auto [on, period] = kPatterns.at(static_cast<std::size_t>(style_));
+  pattern_ = {on * thickness_, period * thickness_};
 }
 
 void Raster::Line(float x1, float y1, float x2, float y2, Colour colour, BoxMode box) {

@@ -16,11 +16,11 @@ char32_t takeCharacter(std::string_view& text) {
     std::size_t more;
     char32_t smallest;
   };
-  const Form form = lead < 0x80                   ? Form{0, 0}
-                    : lead >= 0xC2 && lead < 0xE0 ? Form{1, 0x80}
-                    : lead >= 0xE0 && lead < 0xF0 ? Form{2, 0x800}
-                    : lead >= 0xF0 && lead < 0xF5 ? Form{3, 0x10000}
-                                                  : Form{0, 0x110000};
+  const Form form = lead < 0x80               ? Form{0, 0}
+                    : (lead & 0xE0U) == 0xC0U ? Form{1, 0x80}
+                    : (lead & 0xF0U) == 0xE0U ? Form{2, 0x800}
+                    : (lead & 0xF8U) == 0xF0U ? Form{3, 0x10000}
+                                              : Form{0, 0x110000};
   char32_t character = form.more == 0 ? lead : lead & (0x3FU >> form.more);
   bool whole = form.more < text.size();
   for (std::size_t i = 1; whole && i <= form.more; ++i) {

@@ -91,7 +91,7 @@ const Glyph& FreeTypeGlyphs::glyph(char32_t character) {
 
 Glyph FreeTypeGlyphs::render(char32_t character) {
   FT_Face const face = fonts_->faceFor(character);
-  Glyph glyph;
+  Glyph glyph{};
   if (FT_Load_Char(face, character, FT_LOAD_RENDER | FT_LOAD_TARGET_LIGHT) != 0) {
     return glyph;
   }

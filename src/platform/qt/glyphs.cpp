@@ -33,7 +33,7 @@ Glyph QtGlyphs::render(char32_t character) const {
   const QFontMetrics metrics(font_);
   // A character may reach a little beyond its own width.
   const int margin = lineHeight_ / 4;
-  Glyph glyph;
+  Glyph glyph{};
   glyph.advance = metrics.horizontalAdvance(text);
   glyph.left = -margin;
   glyph.width = glyph.advance + 2 * margin;
