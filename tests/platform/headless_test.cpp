@@ -21,8 +21,8 @@ struct Blocks final : GlyphSource {
   }
   [[nodiscard]] int lineHeight() const override { return glyphs.lineHeight(); }
   GlyphSource& glyphs;
-  Glyph block;
-  std::array<Glyph, 128> blocks;  // a raster keeps pointers to these
+  Glyph block{};
+  std::array<Glyph, 128> blocks{};  // a raster keeps pointers to these
 };
 
 struct Drawn {
@@ -78,8 +78,12 @@ TEST(Headless, DrawsTheWindowsPictureButForTheInkOfItsTexts) {
   Blocks blocks(windows);
   FreeTypeGlyphs glyphs(ratio);
   EXPECT_EQ(glyphs.lineHeight(), windows.lineHeight());
-  for (const char32_t character : U" -.,0123456789abcdefghijklmnopqrstuvwxyzJNovDec:%\u00e9")
-    EXPECT_EQ(glyphs.glyph(character).advance, windows.glyph(character).advance) << +character;
+  for (const char32_t character : U" -.,0123456789abcdefghijklmnopqrstuvwxyzJNovDec:%\u00e9") {
+    const Glyph& glyph = glyphs.glyph(character);
+    EXPECT_EQ(glyph.advance, windows.glyph(character).advance) << +character;
+    EXPECT_EQ(glyph.coverage.size(), static_cast<std::size_t>(glyph.width * glyph.height));
+    for (const int share : glyph.coverage) EXPECT_EQ(share % 17, 0) << "of sixteen shades";
+  }
   Drawn headless(glyphs, ratio);
   Drawn masked(blocks, ratio);
   for (const std::int16_t type : std::vector<std::int16_t>{0, 1, 2}) {
@@ -101,6 +105,25 @@ TEST(Headless, DrawsTheWindowsPictureButForTheInkOfItsTexts) {
     EXPECT_LT(text, expected.deviceWidth() * expected.deviceHeight() / 20) << "nearly all compared";
     EXPECT_NEAR(inked, ink, ink / 4) << "as much text, where the window has it";
   }
+}
+
+TEST(Headless, APictureBoxTellsOfAnotherSizeAndOfNothingElse) {
+  FreeTypeGlyphs glyphs(2);
+  HeadlessPictureBox box({.left = 15, .top = 30, .width = 60, .height = 45}, glyphs, 2);
+  std::string told;
+  box.Resize = [&] {
+    told += std::to_string(box.raster().deviceWidth()) + "x" +
+            std::to_string(box.raster().deviceHeight()) + " ";
+  };
+  for (const auto& [width, height] :
+       {std::pair{60.F, 45.F}, {60.F, 60.F}, {75.F, 60.F}, {75.F, 60.F}, {0.F, 0.F}}) {
+    box.Move(width, height, width, height);
+    EXPECT_EQ(std::pair(box.Left(), box.Top()), std::pair(width, height));
+  }
+  EXPECT_THROW(box.Move(1, 1, -1, 0), RuntimeError);
+  EXPECT_THROW(box.Move(1, 1, 0, -1), RuntimeError);
+  EXPECT_EQ(told, "8x8 10x8 0x0 ");
+  EXPECT_EQ(box.Left(), 0);
 }
 
 }  // namespace

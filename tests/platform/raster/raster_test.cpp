@@ -4,11 +4,14 @@
 
 #include <array>
 #include <cmath>
+#include <cstring>
+#include <random>
 #include <string>
 #include <tuple>
 
 namespace quintara {
 
+using Ends = std::array<float, 4>;
 constexpr Colour kGreen{0x00FF00};
 
 /// Knows one shape, two rows of two pixels, and remembers what was asked for.
@@ -37,7 +40,6 @@ constexpr auto N = BoxMode::None, B = BoxMode::Outline, BF = BoxMode::Filled;
 constexpr auto Solid = DrawStyle::Solid, Dash = DrawStyle::Dash, Dot = DrawStyle::Dot;
 
 TEST(RasterTest, DrawsTheNearestDevicePixels) {
-  using Ends = std::array<float, 4>;
   const std::tuple<const char*, int, int, double, BoxMode, DrawStyle, Ends, const char*> cases[] = {
       {"1.25", 4, 2, 1.25, N, Solid, {1.4F, .6F, 2.6F, 1.1F}, ".....|..##.|.....|"},
       {"outline", 5, 4, 1, B, Solid, {4, 3, 1, 0}, ".####|.#..#|.#..#|.####|"},
@@ -72,6 +74,8 @@ TEST(RasterTest, PointReadsBackThePixelUnderTheMouse) {
         box.raster.Line(at.x, at.y, at.x, at.y, {0x123456});
         ASSERT_EQ(box.pixel(i % width, i / width), 0xFF563412U) << ratio << ' ' << top << ' ' << i;
         ASSERT_EQ(box.raster.Point(at.x, at.y), 0x123456);
+        const auto begin = box.raster.toLogical(at.x, at.y);
+        ASSERT_EQ(std::pair(begin.x, begin.y), std::pair(i % width / ratio, i / width / ratio));
         box.raster.Cls();
       }
     }
@@ -111,11 +115,190 @@ TEST(RasterTest, TextRunsRightwardsAndMovesToTheNextLine) {
   EXPECT_EQ(box.picture(),
             "........|########|...#..#.|........|........|........|........|....##..|....#...|");
   EXPECT_EQ(box.pixel(4, 1), 0xFFFF3333U);  // a fifth of white over red
-  EXPECT_EQ(box.glyphs.asked, U"A");        // a plain character is asked for once
-  Box bytes(200, 5);
-  bytes.raster.Print("\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80|\xE2\x82|\xC1\x81|\xED\xA0\x80|\xC3");
-  EXPECT_EQ(bytes.glyphs.asked,
-            U"\u00E9\u20AC\U0001F600|\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD");
+  Box twice(3, 6, 2);
+  twice.raster.Print("A");
+  twice.raster.Print("A");
+  EXPECT_EQ(twice.picture().substr(7 * 6, 4 * 7), "......|.##...|.#....|......|");
+  EXPECT_EQ(box.glyphs.asked, U"A");  // a plain character is asked for once
+}
+
+TEST(RasterTest, TextIsUtf8AndABadByteOneCharacterByItself) {
+  Box whole(200, 5);
+  whole.raster.Print(
+      "|\x7F\xC2\x80\xDF\xBF\xE0\xA0\x80\xED\x9F\xBF\xEE\x80\x80\xEF\xBF\xBF"
+      "\xF0\x90\x80\x80\xF4\x8F\xBF\xBF\xC3|");
+  EXPECT_EQ(whole.glyphs.asked, (std::u32string{U'|', 0x7F, 0x80, 0x7FF, 0x800, 0xD7FF, 0xE000,
+                                                0xFFFF, 0x10000, 0x10FFFF, 0xFFFD}));
+  for (const char* bad :
+       {"\x80", "\xBF\xBF", "\xC0\xBF", "\xC1\xBF", "\xE0\x9F\xBF", "\xED\xA0\x80", "\xED\xBF\xBF",
+        "\xE2\x82", "\xF0\x8F\xBF\xBF", "\xF4\x90\x80\x80", "\xF5\x80\x80\x80", "\xF0\x9F\x98",
+        "\xF0\x9F\xC3\xC3", "\xFF"}) {
+    Box box(200, 5);
+    box.raster.Print(bad);
+    EXPECT_EQ(box.glyphs.asked, std::u32string(std::strlen(bad), 0xFFFD));
+  }
+}
+
+TEST(RasterTest, ATextIsMixedWithWhatItStandsOn) {
+  for (const std::uint32_t under : {0x402010U, 0x000000U, 0x336699U, 0xFFFFFFU}) {
+    FakeGlyphs glyphs;
+    glyphs.shape = {0, 0, 256, 1, 256, {}};
+    for (int i = 0; i < 256; ++i) glyphs.shape.coverage.push_back(static_cast<std::uint8_t>(i));
+    constexpr std::uint32_t kText = 0xC86432;
+    Raster raster(glyphs, {0x402010}, {kText});
+    raster.resize(256, 1, 1);
+    raster.Line(0, 0, 255, 0, {under});
+    raster.Print("A");
+    for (std::uint32_t share = 0; share < 256; ++share) {
+      const std::uint32_t got = fromRgb32(raster.pixels()[share]).bgr;
+      ASSERT_EQ(raster.pixels()[share], toRgb32({got})) << "opaque";
+      for (const unsigned shift : {0U, 8U, 16U}) {
+        const auto channel = [shift](std::uint32_t colour) { return colour >> shift & 0xFFU; };
+        const auto mix = channel(kText) * share + channel(under) * (255 - share);
+        ASSERT_NEAR(channel(got) * 255.0, mix, 127) << under << ' ' << share;
+      }
+    }
+  }
+}
+
+TEST(RasterTest, WhatLiesBelowIsAWholeRowOfThePicture) {
+  for (const double ratio : {1.0, 1.25, 1.5, 2.0, 3.0})
+    for (int y = 0; y < 50; ++y)
+      for (const int down : {-60, -1, 0, 1, 7, 60}) {
+        Box box(60, 50, ratio);
+        box.raster.Scale(60, 150, 0, 0);
+        const float from = box.raster.toUser(0, y).y, to = box.raster.below(from, down);
+        const double row = std::floor(y * ratio) + std::round(down * ratio);
+        EXPECT_EQ(box.raster.toLogical(0, to).y,
+                  std::clamp(row, 0.0, box.raster.deviceHeight() - 1.0) / ratio)
+            << ratio << ' ' << y << ' ' << down;
+        EXPECT_TRUE(down != 0 || from == to);
+      }
+  Box none(4, 0);
+  EXPECT_EQ(none.raster.below(3, 2), 0);
+}
+
+TEST(RasterTest, SaysWhenItMayHaveChangedAndBeginsAnewWhenCleared) {
+  Box box(9, 3);
+  Raster& raster = box.raster;
+  EXPECT_TRUE(raster.takeDamage());
+  for (const std::size_t bad : {0, 1, 2, 3, 4}) {
+    std::array<float, 5> ends{1, 1, 5, 1, 0};
+    ends.at(bad) = NAN;
+    raster.Line(ends[0], ends[1], ends[2], ends[3], kGreen);
+    EXPECT_EQ(raster.takeDamage(), bad == 4);
+  }
+  for (const auto& [x, y] : {std::pair{NAN, 0.F}, {0.F, NAN}}) {
+    raster.setCurrentX(x);
+    raster.setCurrentY(y);
+    raster.Print("A");
+    EXPECT_FALSE(raster.takeDamage());
+  }
+  raster.Cls();
+  EXPECT_TRUE(raster.takeDamage());
+  raster.Print("A");
+  EXPECT_TRUE(raster.takeDamage());
+  EXPECT_EQ(box.picture(), ".........|.##......|.#.......|");
+  raster.setDrawStyle(Dot);
+  raster.Scale(9, 9, 0, 0);
+  raster.resize(9, 1, 2);
+  raster.setScaleModePixels();
+  EXPECT_EQ(std::pair(raster.ScaleWidth(), raster.ScaleHeight()), std::pair(9.F, 1.F));
+  raster.Line(0, 0, 9, 0, kGreen);
+  EXPECT_EQ(box.picture(), "##....##....##....|##....##....##....|");
+}
+
+/// Whole numbers between two, the same on every machine.
+struct Numbers {
+  std::mt19937 random{1};
+  int operator()(int from, int to) {
+    return from + static_cast<int>(random() % static_cast<unsigned>(to - from + 1));
+  }
+};
+
+TEST(RasterImageTest, FillsWhatLiesInItAndNothingElse) {
+  Numbers number;
+  for (int round = 0; round < 1500; ++round) {
+    RasterImage image;
+    image.resize(number(0, 40), number(0, 20), 1);
+    const int kind = number(0, 3), thick = number(1, 3), least = kind == 3 ? thick : -3;
+    const int left = number(-30, 50), right = left + number(least, 60);
+    const int top = number(-30, 30), bottom = top + number(least, 40);
+    const int on = number(1, 3), period = on + number(0, 2);
+    kind == 0   ? image.fill({left, top, right, bottom}, 2)
+    : kind == 1 ? image.fillRows({left, top, right, bottom}, {on, period}, 2)
+    : kind == 2 ? image.fillColumns({left, top, right, bottom}, {on, period}, 2)
+                : image.outline({left, top, right, bottom}, thick, {on, period}, 2);
+    const auto stride = static_cast<int>(image.stride());
+    for (int i = 0; i < stride * image.height(); ++i) {
+      const int x = i % stride, y = i / stride;
+      const bool row = y % period < on, column = x % period < on;
+      const bool drawn = kind == 0   ? true
+                         : kind == 1 ? row
+                         : kind == 2 ? column
+                                     : (row && (x < left + thick || x >= right - thick)) ||
+                                           (column && (y < top + thick || y >= bottom - thick));
+      const bool in = x >= left && x < right && y >= top && y < bottom && x < image.width();
+      ASSERT_EQ(image.row(0)[i], drawn && in ? 2U : 1U) << round << ' ' << x << ' ' << y;
+    }
+  }
+}
+
+TEST(RasterTest, ShowsWhatALargerPictureShowsInItsPlace) {
+  constexpr int kWidth = 30, kHeight = 20, kMore = 36;  // whole patterns at every ratio
+  Numbers number;
+  for (const double ratio : {1.0, 1.5, 2.0, 3.0}) {
+    Box part(kWidth, kHeight, ratio), whole(kWidth + 2 * kMore, kHeight + 2 * kMore, ratio);
+    whole.raster.Scale(-kMore, -kMore, kWidth + kMore, kHeight + kMore);
+    const auto shift = static_cast<int>(kMore * ratio);
+    for (int round = 0; round < 800; ++round) {
+      const auto coordinate = [&] {
+        return static_cast<float>(number(-200, 400)) / 4.F * (number(0, 9) == 0 ? 1e3F : 1);
+      };
+      const Ends ends{coordinate(), coordinate(), coordinate(), coordinate()};
+      const auto [x, y] = std::pair(static_cast<float>(number(-20, 70)), coordinate());
+      const auto style = DrawStyle{number(0, 2)};
+      const auto mode = BoxMode{number(0, 2)};
+      for (Raster* raster : {&part.raster, &whole.raster}) {
+        raster->Cls();
+        raster->setDrawStyle(style);
+        raster->Line(ends[0], ends[1], ends[2], ends[3], kGreen, mode);
+        raster->setCurrentX(x);
+        raster->setCurrentY(y);
+        raster->Print("AB");
+      }
+      for (int row = 0; row < part.raster.deviceHeight(); ++row)
+        for (int column = 0; column < part.raster.deviceWidth(); ++column)
+          ASSERT_EQ(part.pixel(column, row), whole.pixel(column + shift, row + shift))
+              << ratio << ' ' << round << ' ' << column << ' ' << row;
+    }
+  }
+}
+
+TEST(RasterTest, ALineHasTheNearestPixelOfEveryColumnOrRow) {
+  constexpr int kSize = 40;
+  Numbers number;
+  Box wide(kSize, kSize), tall(kSize, kSize);
+  for (int round = 0; round < 1500; ++round) {
+    Ends ends{};
+    for (float& end : ends) end = static_cast<float>(number(0, kSize - 1));
+    const auto [x1, y1, x2, y2] = ends;
+    const float run = std::abs(x2 - x1);
+    if (run == 0 || run < std::abs(y2 - y1)) continue;
+    wide.raster.Cls();
+    wide.raster.Line(x1, y1, x2, y2, kGreen);
+    tall.raster.Cls();
+    tall.raster.Line(y1, x1, y2, x2, kGreen);
+    for (int i = 0; i < kSize * kSize; ++i) {
+      const auto x = static_cast<float>(i % kSize), y = static_cast<float>(i / kSize);
+      // How far the pixel is off the line; of two that are as near it has the later one.
+      const float off = 2 * ((y - y1) * (x2 - x1) - (x - x1) * (y2 - y1)) * (x1 < x2 ? 1.F : -1.F);
+      const bool within = x >= std::min(x1, x2) && x <= std::max(x1, x2);
+      const auto expected = within && off > -run && off <= run ? 0xFF00FF00U : 0xFF000000U;
+      ASSERT_EQ(wide.pixel(i % kSize, i / kSize), expected) << round << ' ' << i;
+      ASSERT_EQ(tall.pixel(i / kSize, i % kSize), expected) << round << ' ' << i;
+    }
+  }
 }
 
 }  // namespace quintara
