@@ -416,8 +416,10 @@ std::optional<WrittenMoment> MomentReader::readUsual(std::string_view date, std:
   auto moment = usualDate(date);
   if (moment && !time.empty()) {
     const auto second = readTime(time);
-    moment->second = second.value_or(0);
-    return second ? moment : std::nullopt;
+    if (!second) {
+      return std::nullopt;
+    }
+    moment->second = *second;
   }
   return moment;
 }

@@ -16,11 +16,6 @@ const std::string kHeader = "Date,Open,High,Low,Close\n";
 const std::string kTwo = kHeader + "2026-11-05,1,2,1,2\n2026-11-06,1,3,1,1.09266\n";
 const std::string kOther = kHeader + "2026-11-05,1,2,1,1\n";
 
-std::string readAll(const std::filesystem::path& file) {
-  std::ifstream stream(file);
-  return {std::istreambuf_iterator<char>(stream), {}};
-}
-
 TEST(AddPrices, PutsInWholeFilesThatCanBeUsedAndReplacesOnlyWhenAsked) {
   const TemporaryFolder downloads, data;
   const std::filesystem::path folder = data.path / "new/prices";
@@ -53,7 +48,7 @@ TEST(AddPrices, PutsInWholeFilesThatCanBeUsedAndReplacesOnlyWhenAsked) {
   }
   std::map<std::string, std::string> files;
   for (const auto& entry : std::filesystem::directory_iterator(folder)) {
-    files[entry.path().filename()] = readAll(entry.path());
+    files[entry.path().filename()] = contentOf(entry.path());
   }
   EXPECT_THAT(files,
               testing::ElementsAre(std::pair("ACME.csv", kOther), std::pair("BRK.B.csv", kTwo)));
@@ -65,7 +60,7 @@ TEST(AddPrices, KeepsTheNameOfTheFileThatIsReplaced) {
   downloads.write("ACME.csv", kOther);
   std::ostringstream out;
   EXPECT_TRUE(addPrices(folder.path, {{downloads.path / "ACME.csv"}, "", true}, kToday, out));
-  EXPECT_EQ(readAll(folder.path / "Acme.txt"), kOther);
+  EXPECT_EQ(contentOf(folder.path / "Acme.txt"), kOther);
   EXPECT_FALSE(std::filesystem::exists(folder.path / "ACME.csv"));
 }
 

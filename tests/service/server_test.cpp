@@ -59,25 +59,30 @@ struct ServerTest : testing::Test {
 TEST_F(ServerTest, AnswersWhatIsForItAndSignsEveryReply) {
   const std::string bare = "GET /table.csv HTTP/1.1\r\n";
   const std::string table = bare + kHost;
-  for (const auto& [request, status] : std::map<std::string, const char*>{
-           {tableOf("A+B"), "200"},
-           {quoteOf("A+B"), "404"},  // that is for the other port
+  for (const auto& [request, reply] : std::map<std::string, std::string>{
+           {tableOf("A+B"), "200 Date,Open,"},
+           {quoteOf("A+B"), "404 only /table.csv is served here\n"},
            {"POST /table.csv HTTP/1.1\r\n" + kHost + "Content-Length: 9999999999\r\n\r\nabc",
-            "405"},
-           {bare + "Host: rebound.example\r\n\r\n", "403"},
-           {table + "Origin: null\r\n\r\n", "403"},
+            "405 only GET is served here\n"},
+           {bare + "Host: rebound.example\r\n\r\n",
+            "403 this service answers requests to 127.0.0.1 "},
+           {table + "Origin: null\r\n\r\n", "403 this service does not answer web pages\n"},
            {table + "referer: http://localhost/\r\n\r\n", "403"},
            {table + "Sec-Fetch-Site: same-origin\r\n\r\n", "403"},
            {table + "Sec-Fetch-Site: none\r\n\r\n", "400"},
            {bare + "hOST: Localhost:1\r\n\r\n", "400"},
            {table + "Range: bytes=0-1\r\nExpect: 100-continue\r\n\r\n", "400"},
-           {table + "Content-Length: 3\r\n\r\nabc", "400"},
-           {table + "Transfer-Encoding: chunked\r\n\r\n3\r\nabc\r\n", "400"},
+           {table + "Content-Length: 3\r\n\r\nabc", "400 a request with a body is not und"},
+           {table + "Content-Length: 0\r\n\r\n", "400 the ticker (s) is missing\n"},
+           {table + "Transfer-Encoding: chunked\r\n\r\n3\r\nabc\r\n", "400 a request with a body"},
            {"GET /\x1b[2J" + kRest, "404"}}) {
-    EXPECT_THAT(wholeReply(server.historyPort(), request),
-                testing::AllOf(StartsWith(std::string("HTTP/1.1 ") + status),
-                               HasSubstr("\r\nServer: quintara-quotes/" QUINTARA_VERSION "\r\n"),
-                               HasSubstr("\r\nConnection: close\r\n")))
+    EXPECT_THAT(
+        wholeReply(server.historyPort(), request),
+        testing::AllOf(StartsWith("HTTP/1.1 " + reply.substr(0, 3)),
+                       HasSubstr("\r\n\r\n" + reply.substr(std::min<std::size_t>(4, reply.size()))),
+                       HasSubstr(reply[2] == '5' ? "\r\nAllow: GET\r\n" : ""),
+                       HasSubstr("\r\nServer: quintara-quotes/" QUINTARA_VERSION "\r\n"),
+                       HasSubstr("\r\nConnection: close\r\n")))
         << request;
   }
   for (const std::string& request :

@@ -1,296 +1,154 @@
 #include <gmock/gmock.h>
+#include <iconv.h>
 
+#include <array>
+#include <cstdio>
+#include <fstream>
+#include <functional>
+#include <iterator>
+#include <map>
+#include <numeric>
+#include <random>
+#include <set>
+#include <sstream>
+
+#include "service/desk/refusal.hpp"
 #include "service/desk/replies.hpp"
+#include "service/desk/request.hpp"
 #include "service/http/host_header.hpp"
+#include "service/prices/column_names.hpp"
 #include "service/prices/day_forms.hpp"
+#include "service/prices/day_order.hpp"
 #include "service/prices/json_rows.hpp"
+#include "service/prices/number_signs.hpp"
 #include "service/prices/price_file.hpp"
+#include "service/prices/region.hpp"
+#include "service/prices/report.hpp"
+#include "service/prices/volume.hpp"
+#include "service/provider/provider_source.hpp"
 #include "service/system/repeats.hpp"
+#include "service/tables/decoded_text.hpp"
+#include "service/tables/plain_name.hpp"
+#include "service/tables/table_rows.hpp"
 #include "service/text/secret.hpp"
+#include "service/text/text.hpp"
 #include "transfer/this_computer.hpp"
 
 namespace quintara::quotes {
 
-std::optional<Day> dayOf(std::string_view text, DayForms forms = {}) {
-  const auto moment = MomentReader(forms.utcOffsetHours).read(text);
-  return moment ? moment->dayIn(forms.order) : std::nullopt;
+std::string yes(bool is) { return is ? "yes" : "no"; }
+
+std::string momentIn(DayOrder order, std::string_view text) {
+  const auto at = std::min(text.find('@'), text.size());  // a time of its own may follow
+  const auto moment =
+      MomentReader().read(text.substr(0, at), text.substr(std::min(at + 1, text.size())));
+  const auto day = moment ? moment->dayIn(order) : std::nullopt;
+  return day ? momentText(*day, "%Y-%m-%d ") + std::to_string(moment->second) : "none";
 }
 
-TEST(TextRules, DatesAreWrittenForTablesAndQuotes) {
+std::string requested(const std::string& target) {
+  try {
+    if (target[0] == 'q') {
+      return parseQuoteRequest(target);
+    }
+    const auto [ticker, first, last, interval] = parseTableRequest(target);
+    return ticker + " " + tableDate(first) + " " + tableDate(last) + " " +
+           std::to_string(static_cast<int>(interval));
+  } catch (const Refusal& refusal) {
+    return std::to_string(refusal.status) + " " + refusal.what();
+  }
+}
+
+// The opens of what comes of rows and what was left out, where bad rows and remarks are - and #.
+std::string barsOfRows(const std::string& rows) {
+  BarList list("row");
+  std::istringstream all(rows);
+  std::size_t number = 0;
+  for (std::string row; all >> row;) {
+    int day = 0, open = 0, second = 0, high = 0;
+    if (std::sscanf(row.c_str(), "%d:%d@%d-%d", &day, &open, &second, &high) < 3) {
+      list.leaveOut(++number, row, row == "#");
+      continue;
+    }
+    const Price low(open, 0), top(std::max(open, high), 0);
+    list.add({Day{} + std::chrono::days{day}, low, top, low, top, 1}, ++number, second, false,
+             false);
+  }
+  const PriceRows read = list.finish();
+  std::string shown =
+      std::to_string(read.badLines) + "+" + std::to_string(read.remarks) + " " + read.problem;
+  for (const DailyBar& bar : read.bars) {
+    shown += bar.low.text() + "-" + bar.high.text() + "*" + std::to_string(bar.volume) + " ";
+  }
+  for (std::size_t i = 0; i < read.complaints.size() && read.problem.empty(); ++i) {
+    shown += read.complaints[i] + ";";
+  }
+  return shown;
+}
+
+// The fields of each row behind its line.
+std::string fieldsOf(std::string text) {
+  TableRows rows(text, ',');
   std::string shown;
-  for (const char* text : {"2026-11-05", "5-nOV-26", "29-Feb-2000", "1-Jan-70", "31-Dec-69"}) {
-    const Day day = dayOf(text).value_or(Day{});
-    shown += tableDate(day) + " " + quoteDate(day) + " ";
+  while (rows.next()) {
+    shown += std::to_string(rows.line());
+    for (std::size_t place = 0; place < rows.size(); ++place) {
+      shown += "<" + std::string(rows[place]) + ">";
+    }
   }
-  EXPECT_EQ(shown,
-            "5-Nov-26 11/5/2026 5-Nov-26 11/5/2026 29-Feb-00 2/29/2000 1-Jan-70 1/1/1970 "
-            "31-Dec-69 12/31/2069 ");
+  return shown;
 }
 
-TEST(TextRules, DatesAreReadUnlessTheyAreUnclear) {
-  const auto isFifth = [](const char* text, DayForms forms = {}) {
-    return dayOf(text, forms) == makeDay(2026, 11, 5);
-  };
-  for (const char* text : {"20261105",
-                           "2026/11/05",
-                           "2026-11-05T23:00:00Z",
-                           "2026-11-05 00:00",
-                           "5.11.2026",
-                           "5 Nov 2026",
-                           "05-November-2026",
-                           "Nov 5, 2026",
-                           "NOV-05-2026, 16:00",
-                           "1793836800",
-                           "1793923199999",
-                           "1793836800.25",
-                           "2026-11-05",
-                           "2026-11-05 16:00:00.123-05:00",
-                           "20261105T160000Z",
-                           "202611051600",
-                           "Thu, 5 Nov 2026 4:00 PM EST",
-                           "mar. 5 nov. 2026",
-                           "Do 05.11.2026",
-                           "5 de noviembre de 2026",
-                           "5. listopadu 2026",
-                           "2026年11月5日",
-                           "2026/11/05(木)",
-                           "2026. 11. 05.",
-                           "5 ноября 2026 г.",
-                           "2026-Nov-05",
-                           "05NOV2026",
-                           "Nov 5th, 2026",
-                           "2026-11-05+01:00",
-                           "1793836800000000"}) {
-    EXPECT_TRUE(isFifth(text, {DayOrder::DayFirst, 0})) << text;
-  }
-  for (const char* text : {"11/05/2026",
-                           "05-11-2026",
-                           "2026-11-05 x",
-                           "20261301",
-                           "17938368000000",
-                           "1793836800.x",
-                           "5 Nov 126",
-                           "",
-                           "-1",
-                           "T",
-                           "Nov",
-                           "2026-02-29",
-                           "1899-12-31",
-                           "2100-01-01",
-                           "2026-257-05",
-                           "0-Jan-26",
-                           "5-Noc-26",
-                           "2026-11",
-                           "2026-11-05x",
-                           "5-Jui-2026",
-                           "2026-11-05 25:00",
-                           "2026-11-05 16",
-                           "16:00:05",
-                           "12.50",
-                           "1.234.567"}) {
-    EXPECT_FALSE(dayOf(text)) << text;
-  }
-  EXPECT_TRUE(isFifth("11/5/2026", {DayOrder::MonthFirst, 0}));
-  EXPECT_TRUE(isFifth("05-11-26 4:00", {DayOrder::DayFirst, 0}));
-  EXPECT_TRUE(isFifth("26/11/05", {DayOrder::YearFirst, 0}));
-  EXPECT_TRUE(isFifth("5.11.2026", {DayOrder::MonthFirst, 0}) && isFifth("05.11.26"));
-  EXPECT_TRUE(isFifth("1793833200", {DayOrder::Unclear, 1}));
-  EXPECT_TRUE(isFifth("1793923200", {DayOrder::Unclear, -1}));
+// Once where all are the same.
+std::string each(const std::string& one, const std::string& two, const std::string& three) {
+  return one == two && two == three ? one : one + " | " + two + " | " + three;
 }
 
-TEST(TextRules, TimesOfDayAreRead) {
-  MomentReader reader;
-  for (const auto& [text, second] :
-       std::initializer_list<std::pair<const char*, int>>{{"16:30", 59400},
-                                                          {"4:30 PM", 59400},
-                                                          {"04:30:00 p. m.", 59400},
-                                                          {"16h30", 59400},
-                                                          {"163000", 59400},
-                                                          {"1630", 59400},
-                                                          {"下午 4:30", 59400},
-                                                          {"16.30.00", 59400},
-                                                          {"12:00:00 AM", 0},
-                                                          {"12 PM", 43200},
-                                                          {"0", 0},
-                                                          {"24:00", 86400},
-                                                          {"930", 34200}}) {
-    EXPECT_EQ(reader.readTime(text), second) << text;
-  }
-  for (const char* text : {"", "16", "25:00", "12:60", "13:00 AM", "2026-11-05", "x"}) {
-    EXPECT_FALSE(reader.readTime(text)) << text;
-  }
+std::string volumeIn(const std::string& text, bool comma, bool known) {
+  std::string plain;
+  const auto volume = parseVolume(text, comma, known, plain);
+  return volume ? std::to_string(volume->whole().value) : "none";
 }
 
-Price price(const char* text) { return parseDecimal(text, true)->price().value().value; }
-
-TEST(TextRules, PricesGoOutAsTheyCameInUpToTenDigits) {
-  std::string shown;
-  for (const char* text :
-       {"12,5", "1.092660", "0.00001234", ".5", "007.", "150000000000", "1e-5", "1.5E+3", "0e9",
-        "12345678.94", "0.0012345678901", "9.9999999995", "1.00000000049999999999999999999"}) {
-    shown += price(text).text() + " ";
+// All of them behind what is warned of, or what is wrong.
+std::string settingsOf(const std::string& text) {
+  ::setenv("PRICE_KEY", "k", 1), ::setenv("BAD_KEY", "se\ncret", 1), ::unsetenv("NO_KEY");
+  ::setenv("LONG_KEY", std::string(501, 'k').c_str(), 1);
+  try {
+    const ProviderSettings s = parseProviderSettings(text);
+    std::ostringstream out;
+    ProviderSource(
+        s, Log(LogLevel::Warning, [&](const auto& line) { out << line.substr(26, 22) << ' '; }));
+    out << s.tableUrl->host() << s.header << s.key.value() << s.datePattern << s.interval << s.years
+        << s.unknownSymbol << s.caFile << s.timeOut.count() << '/' << s.cacheTime.count() << '/'
+        << static_cast<int>(s.days.order) << s.days.utcOffsetHours;
+    for (const ReplyShape& shape : {s.table, s.quote}) {
+      out << ' ' << static_cast<int>(shape.format) << shape.rows;
+      std::copy(shape.names.begin(), shape.names.end(), std::ostream_iterator<std::string>(out));
+    }
+    return out.str();
+  } catch (const BadSettings& bad) {
+    EXPECT_EQ(std::string(bad.what()).find("secret"), std::string::npos) << bad.what();
+    return bad.what();
   }
-  EXPECT_EQ(shown,
-            "12.50 1.09266 0.00001234 0.50 7.00 150000000000.00 0.00001 1500.00 0.00 "
-            "12345678.94 0.00123456789 10.00 1.00 ");
-  for (const char* text : {"1.234,5", "1,234,5", "-1", "+1", "nan", "0x10", ".", "", "1 000", "1e",
-                           "1e+-5", "1e5x", "e5", "1e99999999999", "1f5"}) {
-    EXPECT_FALSE(parseDecimal(text, true)) << text;
-  }
-  EXPECT_FALSE(parseDecimal("12,5", false));
-  for (const char* text : {"1000000000000000", "999999999999999.9", "1e-19", "1e300"}) {
-    EXPECT_FALSE(parseDecimal(text, true)->price()) << text;
-  }
-}
-
-TEST(TextRules, PricesAreComparedAndTakenFromEachOtherExactly) {
-  const char* const kAscending[] = {"0", "1e-18", "0.99999", "1", "1.000000001", "2", "9e14"};
-  for (std::size_t i = 1; i < std::size(kAscending); ++i) {
-    EXPECT_LT(price(kAscending[i - 1]), price(kAscending[i]));
-  }
-  EXPECT_EQ(price("1.10"), Price(11, 1));
-  for (const auto& [last, before, change] :
-       {std::tuple{"12.40", "12.5", "-0.10"},
-        {"1.09266", "1.1", "-0.00734"},
-        {"7", "7.00", "0.00"},
-        {"900000000000000", "0.000000000000000001", "+899999999999999.999999999999999999"}}) {
-    EXPECT_EQ(changeText(price(last), price(before)), change);
-  }
-}
-
-TEST(TextRules, VolumesEndAtSixtyFourBits) {
-  const std::int64_t most = std::numeric_limits<std::int64_t>::max();
-  for (const auto& [text, whole, cut] : {std::tuple{"1000.9", std::int64_t{1000}, false},
-                                         {"1.5e3", 1500, false},
-                                         {"9e-9", 0, false},
-                                         {"9223372036854775807", most, false},
-                                         {"9223372036854775808", most, true},
-                                         {"1e400", most, true}}) {
-    const auto kept = parseDecimal(text, false)->whole();
-    EXPECT_EQ(std::tie(kept.value, kept.cut), std::tie(whole, cut)) << text;
-  }
-  EXPECT_EQ(sumOfVolumes(most, 1), most);
-}
-
-TEST(TextRules, OnlyThisComputerIsLoopback) {
-  for (const char* host : {"127.0.0.1", "127.0.0.1:8470", "LocalHost:1", "127.9.8.7", "[::1]:80"}) {
-    EXPECT_TRUE(namesThisComputer(host)) << host;
-  }
-  for (const char* host : {"0.0.0.0", "[::1]", "[::]", "[::ffff:127.0.0.9]", "[::ffff:7f00:1]",
-                           "localhost.", "a.LocalHost", "127.1.1.1"}) {
-    EXPECT_TRUE(leadsToThisComputer(host)) << host;
-  }
-  for (const char* host :
-       {"", "127.0.0.1.example.com", "localhost.example.com:80", "128.0.0.1:80", "localhost:80:80",
-        "[::2]", "localhost:x", "[::ffff:8.8.8.8]", "[fe80::1]", "alocalhost"}) {
-    EXPECT_FALSE(namesThisComputer(host) || leadsToThisComputer(host)) << host;
-  }
-}
-
-TEST(TextRules, AKeyIsHiddenHoweverItsCharactersAreWritten) {
-  const Secret key("Ab/\"<\\+9");
-  for (const std::string spelling :
-       {R"(aB/"<\+9)", "Ab%2F%22%3c%5C%2B9", "%41b%252f%2522<%25255C%2b%39",
-        R"(Ab\/\"\u003C\\\u002b9)", R"(Ab/\x22<\x5c\x2b9)", R"(Ab\x5c/\x5c"<\x5c\x5c+9)",
-        "Ab&#47;&quot;&LT;&#x5C;&#043;9", R"(\u0041\u0062%2f&#34;<\%2b\9)"}) {
-    EXPECT_EQ(key.hiddenIn("x=" + spelling + ";"), "x=***;");
-  }
-  EXPECT_EQ(Secret("abab").hiddenIn("ababab-aba"), "***-aba");
-  EXPECT_EQ(Secret("abcd").hiddenIn("..abcd..", 3), "..*");
 }
 
 const std::string kHeader = "Date,Open,High,Low,Close,Volume\n";
-const std::string kTwo = "6-Nov-26,2.00,4.00,1.00,3.00,0\n5-Nov-26,1.25,2.50,1.00,2.00,1000\n0";
-
 // The bars newest first, then the number of bad rows, then why there are no bars.
 std::string summary(const PriceRows& rows) {
   const std::string table = tableText(rows.bars, Day::min());
   return table.substr(kHeader.size()) + std::to_string(rows.badLines) + rows.problem;
 }
 std::string ofFile(const std::string& text) { return summary(parsePriceFile(text)); }
-std::string ofJson(const std::string& text, const std::string& path = "",
-                   const ColumnNames& names = kUsualNames) {
-  return summary(parseJsonRows(text, path, {names, {}, nullptr, "", DayOrder::Unclear}));
-}
-
-TEST(PriceFile, ReadsWhatBrokersExport) {
-  for (const std::string& text :
-       {kHeader + "2026-11-06,2,4,1,3,N/A\n5-Nov-26,1.25,2.5,1,2,\"1,000\"\n",
-        kHeader + "5-Nov-26,1.25,2.5,1,2,1000.5\n6-Nov-2026,2,4,1,3",
-        std::string("\xEF\xBB\xBF\r\n\"close\",\"Adj Close\",LOW,\"High\", open ,DATE,Volume\r\n"
-                    "\"2.0\",\"1,000\",1,2.5,1.25,\"2026-11-05\",1000\r\n\r\n3,,1,4,2,6-Nov-26"),
-        std::string("Date;Open;High;Low;Close;Volume\n2026-11-06;2;4;1;3;Null\n"
-                    "2026-11-05;1,25;2,5;1;2,0;1000,0\n")}) {
-    EXPECT_EQ(ofFile(text), kTwo) << text;
+// A path, JSON, and perhaps the names of columns behind an @.
+std::string ofJson(const std::string& text) {
+  RowRules rules;
+  const auto blank = text.find(' '), at = std::min(text.rfind('@'), text.size());
+  std::istringstream names(text.substr(std::min(at + 1, text.size())));
+  for (std::string& name : rules.names) {
+    names >> name;
   }
-}
-
-TEST(PriceFile, LeavesOutAndCountsBadLines) {
-  for (const char* bad :
-       {"2026-11-05,5,5,5,5,5", "2026-11-06,0,2,0,2,3", "2026-11-06,3,2,1,1,3",
-        "2026-11-06,1,2,1.5,2,3", "2026-11-06,1,2,1,3,3", "2026-11-06,1,1e15,1,2,3",
-        "2026-11-06,1,2,1e-19,2,3", "2026-11-06,\"1,2,1,2,3", "2026-11-06,1,2,1,2,-3",
-        "2026-11-06,1,2,1", "2026-11-06,1,2,1,2,\"12,34\"", "2026-11-06,1,2,1,2,\"1,2345678\""}) {
-    EXPECT_EQ(ofFile(kHeader + "2026-11-05,1.0,2,1,2,3\n" + bad),
-              "5-Nov-26,1.00,2.00,1.00,2.00,3\n1")
-        << bad;
-  }
-  for (const char* remark :
-       {"rubbish", ",,,,,", "# 2026-11-06,1,2,1,2,3", "\"As is,\",no,warranty"}) {
-    EXPECT_EQ(ofFile(kHeader + "2026-11-05,1,2,1,2,3\n" + remark),
-              "5-Nov-26,1.00,2.00,1.00,2.00,3\n0");
-  }
-  EXPECT_EQ(ofFile(""), "0the file is empty");
-  EXPECT_EQ(ofFile("Date,Open,High,Close\n2026-11-05,1,2,2\n"),
-            "0no column Low in line 1: Date,Open,High,Close");
-  EXPECT_EQ(ofFile(kHeader + std::string("\0,1\nx\n", 6)),
-            "2no usable line, 2 bad ones, line 2: Date \"\\x00\" is not understood");
-}
-
-TEST(JsonRows, ReadsRowsInEveryArrangement) {
-  EXPECT_EQ(kTwo, ofJson(R"([{"date":"2026-11-05","OPEN":1.25,"high":"2.5","low":1,"close":" 2 ",
-                  "volume":1e3,"x":[]}, {"date":"6-Nov-26","open":2,"high":4,"low":1,"close":3}])"));
-  EXPECT_EQ(kTwo,
-            ofJson(R"({"a b":{"~":[0,[["6-Nov-26",2,4,1,0,3],["5-Nov-26",1.25,2.5,1,1000,2]]]}})",
-                   "/a b/~0/1", {"0", "1", "2", "3", "5", "4"}));
-  EXPECT_EQ(kTwo, ofJson(R"({"2026-11-05":{"open":1.25,"high":2.5,"low":1,"close":2,"volume":1000},
-                       "2026-11-06":{"open":2,"high":4,"low":1,"close":3,"volume":null}})"));
-  EXPECT_EQ(kTwo, ofJson(R"({"close":[2,3],"date":["2026-11-05","2026-11-06"],"open":[1.25,2],
-                       "high":[2.5,4],"low":[1,1],"volume":[1000]})"));
-  EXPECT_EQ(kTwo, ofJson(R"([{"day":"5-Nov-26","bid":{"o":1.25,"h":2.5,"l":1,"c":[2]},"n":1000},
-                       {"day":"6-Nov-26","bid":{"o":2,"h":4,"l":1,"c":[3]},"n":"N/A"}])",
-                         "", {"day", "/bid/o", "/bid/h", "/bid/l", "/bid/c/0", "n"}));
-  EXPECT_EQ(kTwo, ofJson("{\"date\":\"6.11.26\",\"open\":2,\"high\":4,\"low\":1,\"close\":3}\r\n\n"
-                         "{\"date\":\"2026-11-05\",\"open\":1.25,\"high\":2.5,\"low\":1,"
-                         "\"close\":2,\"volume\":1000}\n"));
-}
-
-TEST(JsonRows, TakesNumbersAsTheyAreWritten) {
-  EXPECT_EQ(ofJson(R"([{"date":20261105,"open":1.10,"high":1.092660001E+5,"low":1.25e-5,
-                        "close":0.30000000000000004,"volume":18446744073709551616}])",
-                   ""),
-            "5-Nov-26,1.10,109266.0001,0.0000125,0.30,9223372036854775807\n0");
-}
-
-TEST(JsonRows, SaysWhatIsWrong) {
-  const PriceRows rows = parseJsonRows(
-      R"([{"date":1},{"date":"2026-11-05","close":{}},7,{"date":"5-Nov-26","open":-1}])", "", {});
-  EXPECT_THAT(
-      rows.complaints,
-      testing::ElementsAre("row 1: Date \"1\" is not understood", "row 2: Open is missing",
-                           "row 3: Date is missing", "row 4: Open \"-1\" is not understood"));
-  for (const auto& [text, problem] : std::initializer_list<std::pair<std::string, const char*>>{
-           {R"({"p":{"close":[1],"date":[]}})",
-            "1no usable row, 1 bad ones, row 1: Date is missing"},
-           {"\xff", "0not JSON"},
-           {std::string(65, '[') + std::string(65, ']'), "0nested too deeply"},
-           {R"({"p":["[[{\"[",)" + std::string(62, '[') + std::string(62, ']') + "]}",
-            "0no row has a field Close"},
-           {R"({"p":[],"Note":"limit"})", "0no rows but a message"},
-           {R"({"p":[],"note":" ","message":7,"meta":"x"})", "0no rows"},
-           {"[]", "0no rows"}}) {
-    EXPECT_EQ(ofJson(text, "/p"), problem) << text;
-  }
+  return summary(parseJsonRows(text.substr(blank, at - blank), text.substr(0, blank), rules));
 }
 
 TEST(Repeats, ComeOnceAMinuteWithACount) {
@@ -316,6 +174,290 @@ TEST(Repeats, ComeOnceAMinuteWithACount) {
   EXPECT_EQ(std::count(written.begin(), written.end(), '|'), Repeats::kMostTexts - 1);
   EXPECT_THAT(repeats.countsAt(Repeats::Time::max()),
               testing::Contains(testing::HasSubstr("are left out (9501 times more within a")));
+}
+
+std::map<std::string, std::function<std::string(const std::string&)>> rules() {
+  const auto number = [](const std::string& text, bool comma) {
+    std::string plain;
+    return std::string(plainNumber(text, comma, plain).value_or("none"));
+  };
+  const auto halves = [](const std::string& text) {
+    return std::pair(text.substr(0, text.find(' ')), text.substr(text.find(' ') + 1));
+  };
+  const auto price = [](const std::string& text) {
+    return parseDecimal(text, true)->price().value().value;
+  };
+  return {
+      {"date by each order",
+       [](auto& t) {
+         return each(momentIn(DayOrder::DayFirst, t), momentIn(DayOrder::MonthFirst, t),
+                     momentIn(DayOrder::YearFirst, t));
+       }},
+      {"time",
+       [](auto& t) {
+         const auto second = MomentReader().readTime(t);
+         return second ? std::to_string(*second) : "none";
+       }},
+      {"pattern", [](auto& t) { return yes(isMomentPattern(t)); }},
+      {"number by each sign",
+       [=](auto& t) {
+         constexpr std::array kShown{"nothing", "point", "comma", "point?", "comma?", "wrong"};
+         return kShown.at(static_cast<std::size_t>(signUseOf(t))) + (" " + number(t, false)) + " " +
+                number(t, true);
+       }},
+      {"bare number", [](auto& t) { return std::string(bareNumber(t)); }},
+      {"nothing", [](auto& t) { return yes(isNothing(t)); }},
+      {"price",
+       [](auto& t) -> std::string {
+         const auto decimal = parseDecimal(t, true);
+         const auto kept = decimal ? decimal->price() : std::nullopt;
+         return kept      ? kept->value.text() + (kept->cut ? " cut" : "")
+                : decimal ? "out of range"
+                          : "none";
+       }},
+      {"whole",
+       [](auto& t) {
+         const auto kept = parseDecimal(t, false)->whole();
+         return std::to_string(kept.value) + (kept.cut ? " cut" : "");
+       }},
+      {"change",
+       [=](auto& t) { return changeText(price(halves(t).second), price(halves(t).first)); }},
+      {"volume by each sign",
+       [](auto& t) {
+         return each(volumeIn(t, false, true), volumeIn(t, true, true), volumeIn(t, false, false));
+       }},
+      {"column",
+       [](auto& t) {
+         const auto known = useOf(t, "ABC");
+         const int side = known ? static_cast<int>(known->side) : 0;
+         return known ? std::string(nameOf(known->use)) + std::to_string(10 * side + known->rank)
+                      : "none";
+       }},
+      {"plain name", plainName},
+      {"region", [](auto& t) { return nameOf(dayOrderOf(t)); }},
+      {"no table",
+       [](auto& t) {
+         const std::string problem =
+             decoded(t + "Date,Open,High,Low,Close\n2026-11-05,1,2,1,2\n").problem;
+         return problem.substr(0, problem.find_first_of(",:"));
+       }},
+      {"host",
+       [](auto& t) {
+         return namesThisComputer(t) ? "named" : leadsToThisComputer(t) ? "reached" : "neither";
+       }},
+      {"secret", [=](auto& t) { return Secret(halves(t).first).hiddenIn(halves(t).second); }},
+      {"bytes", [](auto& t) { return decoded(t).encoding + " " + decoded(t).text; }},
+      {"on one line", escaped},
+      {"in an address", percentEncoded},
+      {"quoted", inQuotes},
+      {"cases", [](auto& t) { return upperCase(t) + lowerCase(t); }},
+      {"same", [=](auto& t) { return yes(equalIgnoringCase(halves(t).first, halves(t).second)); }},
+      {"without blanks",
+       [](auto& t) {
+         return "[" + std::string(trimmed(t)) + "][" + std::string(withoutBlanks(t)) + "]";
+       }},
+      {"count", [](auto& t) { return std::to_string(parseCount(t).value_or(-1)); }},
+      {"path", [](auto& t) { return yes(isJsonPath(t)); }},
+      {"JSON", ofJson},
+      {"complaints of JSON",
+       [](auto& t) {
+         const auto all = parseJsonRows(t, "", {}).complaints;
+         return std::accumulate(all.begin(), all.end(), std::string());
+       }},
+      {"days of rows", barsOfRows},
+      {"rows", fieldsOf},
+      {"file", ofFile},
+      {"last line", [](auto& t) { return ofFile(kHeader + "2026-11-05,1.0,2,1,2,3\n" + t); }},
+      {"order of dates",
+       [](auto& t) {
+         OrderEvidence evidence;
+         std::istringstream dates(t);
+         std::size_t line = 0;
+         for (std::string date; dates >> date;) {
+           evidence.add(++line, date, MomentReader().read(date).value());
+         }
+         const OrderFound found = evidence.decide(DayOrder::Unclear);
+         return nameOf(found.order) + ": " + found.why + found.problem.substr(0, 80);
+       }},
+      {"decimal sign",
+       [](auto& t) {
+         SignEvidence evidence;
+         std::istringstream numbers(t);
+         std::size_t line = 0;
+         for (std::string one; numbers >> one;) {
+           one[0] == 'o' ? evidence.addOther(++line, one.substr(1))
+                         : evidence.addPrice(++line, one);
+         }
+         const SignFound found = evidence.decide();
+         return std::string(found.comma ? "comma " : "point ") + (found.any ? "seen " : "") +
+                (found.unclear ? "unclear " : "") + found.why + found.problem.substr(0, 90);
+       }},
+      {"report",
+       [](auto& t) {
+         std::ostringstream out;
+         reportRows(parsePriceFile(t), out);
+         return out.str();
+       }},
+      {"request", requested},
+      {"settings", settingsOf},
+  };
+}
+
+std::string unescaped(std::string text) {
+  for (auto at = text.find('\\'); at < text.size() - 1; at = text.find('\\', at + 1)) {
+    if (const auto sign = std::string_view("nrt").find(text[at + 1]); sign != text.npos) {
+      text.replace(at, 2, 1, "\n\r\t"[sign]);
+    } else if (text[at + 1] == 'x') {
+      text.replace(at, 4, 1, static_cast<char>(std::stoi(text.substr(at + 2, 2), nullptr, 16)));
+    }
+  }
+  return text;
+}
+
+std::string replaced(std::string text, const std::string& old, const std::string& with) {
+  for (auto at = text.find(old); at != text.npos; at = text.find(old, at + with.size())) {
+    text.replace(at, old.size(), with);
+  }
+  return text;
+}
+
+std::string encoded(std::string text, std::string encoding) {
+  if (encoding == "escaped") {
+    return unescaped(text);
+  }
+  if (const auto mark = encoding.find("-mark"); mark != encoding.npos) {
+    text.insert(0, "\xEF\xBB\xBF");
+    encoding.erase(mark);
+  }
+  std::string bytes(text.size() * 2, '\0');
+  char *from = text.data(), *to = bytes.data();
+  std::size_t left = text.size(), room = bytes.size();
+  const iconv_t converter = ::iconv_open(encoding.empty() ? "UTF-8" : encoding.c_str(), "UTF-8");
+  EXPECT_EQ(::iconv(converter, &from, &left, &to, &room), 0U) << encoding;
+  ::iconv_close(converter);
+  return bytes.substr(0, bytes.size() - room);
+}
+
+// How the file was read, on one line, and what came out.
+std::string outcome(const PriceFile& file) {
+  std::ostringstream out;
+  report(file, out);
+  const std::string steps = out.str().substr(0, out.str().find("  Days: "));
+  std::string result =
+      replaced(steps, "\n  ", ";  ").substr(std::min<std::size_t>(2, steps.size()));
+  for (const auto& [date, open, high, low, close, volume] : file.bars) {
+    for (const std::string& word : {tableDate(date), open.text(), high.text(), low.text()}) {
+      result += word + " ";
+    }
+    result += close.text() + " " + std::to_string(volume) + "\n";
+  }
+  if (!file.problem.empty()) {
+    return result + "refused: " + file.problem + "\n";
+  }
+  for (const std::string& complaint : file.complaints) {
+    result += "left out, " + complaint + "\n";
+  }
+  return result;
+}
+
+// The blocks of a file whose titles begin with ===.
+std::vector<std::pair<std::string, std::string>> blocksOf(const char* name) {
+  std::ifstream file(std::string(QUINTARA_EXPORTS "/") + name);
+  std::vector<std::pair<std::string, std::string>> blocks;
+  for (std::string line; std::getline(file, line);) {
+    if (line.starts_with("=== ")) {
+      blocks.emplace_back(line.substr(4), "");
+    } else if (!blocks.empty()) {
+      blocks.back().second += line + "\n";
+    }
+  }
+  return blocks;
+}
+
+TEST(PriceFile, ReadsEveryShapeOfExports) {
+  std::set<std::string> titles;
+  for (const auto& [title, block] : blocksOf("shapes.txt")) {
+    EXPECT_TRUE(titles.insert(title).second) << title;
+    const auto option = [&title = title](const std::string& name) {
+      const auto at = title.find(" [" + name + " ");
+      const auto begin = at + name.size() + 3;
+      return at == title.npos ? "" : title.substr(begin, title.find(']', at) - begin);
+    };
+    RowRules rules;
+    rules.ticker = "ABC";
+    rules.region = option("region") == "day"     ? DayOrder::DayFirst
+                   : option("region") == "month" ? DayOrder::MonthFirst
+                                                 : DayOrder::Unclear;
+    const std::string ends = option("ends") == "crlf" ? "\r\n"
+                             : option("ends") == "cr" ? "\r"
+                                                      : "\n";
+    const auto part = block.find("---\n");
+    const std::string text =
+        encoded(replaced(block.substr(0, part), "\n", ends), option("encoding"));
+    EXPECT_EQ(outcome(parsePriceFile(text, rules)), block.substr(part + 4)) << title;
+  }
+  EXPECT_GE(titles.size(), 100U);
+}
+
+TEST(TextRules, HoldForEveryLineOfTheTable) {
+  const auto known = rules();
+  std::set<std::string> used;
+  for (const auto& [title, block] : blocksOf("rules.txt")) {
+    const std::string rule = title.substr(0, title.find(" ("));
+    ASSERT_TRUE(known.count(rule) == 1 && used.insert(rule).second) << rule;
+    std::istringstream lines(block);
+    for (std::string line; std::getline(lines, line) && !line.empty();) {
+      const auto arrow = line.find(" -> ");
+      for (std::size_t at = 0; at <= arrow;) {
+        const auto end = std::min(line.find(" | ", at), arrow);
+        const std::string text = line.substr(at, end - at);
+        EXPECT_EQ(known.at(rule)(unescaped(text)), unescaped(line.substr(arrow + 4)))
+            << rule << ": " << text;
+        at = end + 3;
+      }
+    }
+  }
+  EXPECT_EQ(used.size(), known.size());
+}
+
+// Up to ten digits, five of them decimals, as whole numbers of 10^-5 tell what comes out.
+TEST(TextRules, PricesComeOutAsTheyWentIn) {
+  const auto shown = [](std::uint64_t units) {
+    std::string digits = std::to_string(units + 1'000'000'000'000);
+    digits.insert(8, ".").erase(0, std::min<std::size_t>(digits.find_first_not_of('0', 1), 7));
+    digits.erase(std::max(digits.find_last_not_of('0') + 1, digits.find('.') + 3));
+    return digits;
+  };
+  std::mt19937_64 number{1};  // the same on every machine
+  std::uint64_t before = 0;
+  Price last;
+  for (int round = 0; round < 3'000; ++round) {
+    const auto units =
+        number() % 10'000'000'000 / std::array{1, 10, 1'000, 100'000, 10'000'000}[number() % 5];
+    const auto kept = parseDecimal(shown(units), false)->price().value();
+    EXPECT_EQ(kept.value.text(), shown(units));
+    EXPECT_EQ(kept.value <=> last, units <=> before);
+    EXPECT_EQ(changeText(kept.value, last),
+              units < before ? "-" + shown(before - units)
+                             : (units > before ? "+" : "") + shown(units - before));
+    EXPECT_EQ(parseDecimal(shown(units), false)->whole().value, units / 100'000);
+    before = units;
+    last = kept.value;
+  }
+}
+
+TEST(TextRules, WeeksBeginOnMondaysAndMonthsOnTheFirst) {
+  for (Day day = *makeDay(1960, 1, 4); day < *makeDay(1985, 1, 1); day += std::chrono::days{1}) {
+    const std::chrono::year_month_day date{day};
+    const int weekday = static_cast<int>(std::chrono::weekday{day}.iso_encoding());
+    ASSERT_EQ(isWeekend(day), weekday > 5);
+    ASSERT_EQ(weekNumber(day) - weekNumber(day - std::chrono::days{1}), weekday == 1 ? 1 : 0);
+    ASSERT_EQ(monthNumber(day) - monthNumber(day - std::chrono::days{1}),
+              unsigned{date.day()} == 1 ? 1 : 0);
+    ASSERT_EQ(makeDay(int{date.year()}, unsigned{date.month()}, unsigned{date.day()}), day);
+  }
+  EXPECT_EQ(momentText(*makeDay(2006, 1, 2) + std::chrono::hours{1}, "%Y %y%m%d %s %% %x %"),
+            "2006 060102 1136163600 % x %");
 }
 
 }  // namespace quintara::quotes
