@@ -131,6 +131,7 @@ TEST(Program, ReadsTheSettingsOfTheProvider) {
     EXPECT_THAT(program.rest(), HasSubstr(message));
     EXPECT_EQ(program.exit(), W_EXITCODE(code, 0));
   }
+  EXPECT_THAT(Program("--provider /no/p --check A").rest(), HasSubstr("is no file /no/p"));
   EXPECT_THAT(Program("--check A").rest(),
               HasSubstr("No provider was asked: there are no settings"));
   EXPECT_THAT(Program("--check A", configuration.path).rest(),
