@@ -28,16 +28,18 @@ case ${TRY_PROCESSOR:-} in
     mkdir -p "$build"
     triplet=$machine-linux-gnu
     export PKG_CONFIG_LIBDIR=/usr/lib/$triplet/pkgconfig:/usr/share/pkgconfig
-    cmake -G Ninja -B "$build" -DCMAKE_BUILD_TYPE=Release -DQUINTARA_BENCH=OFF \
-      -DCMAKE_SYSTEM_NAME=Linux -DCMAKE_SYSTEM_PROCESSOR="$machine" \
-      -DCMAKE_C_COMPILER="$triplet-gcc" -DCMAKE_CXX_COMPILER="$triplet-g++" \
-      -DQT_HOST_PATH=/usr -DQT_HOST_PATH_CMAKE_DIR="/usr/lib/$(gcc -dumpmachine)/cmake"
+    [ -f "$build/build.ninja" ] ||
+      cmake -G Ninja -B "$build" -DCMAKE_BUILD_TYPE=Release -DQUINTARA_BENCH=OFF \
+        -DCMAKE_SYSTEM_NAME=Linux -DCMAKE_SYSTEM_PROCESSOR="$machine" \
+        -DCMAKE_C_COMPILER="$triplet-gcc" -DCMAKE_CXX_COMPILER="$triplet-g++" \
+        -DQT_HOST_PATH=/usr -DQT_HOST_PATH_CMAKE_DIR="/usr/lib/$(gcc -dumpmachine)/cmake"
     cmake --build "$build" --target "${tests[@]}"
     ;;
   test)
     # Tests start programs, so that the kernel has to know what runs those of another processor: until
     # the tests have ended.
     mount -t proc proc "$folder/proc"
+    mount -t devpts -o ptmxmode=666,newinstance devpts "$folder/dev/pts"
     formats=/proc/sys/fs/binfmt_misc
     mount -t binfmt_misc binfmt_misc "$formats"
     sed "s|^:[^:]*|:quintara-$machine|; s|:/usr/libexec|:$folder/usr/libexec|" \
