@@ -15,6 +15,7 @@ std::string sThousandSep;
 
 namespace {
 
+bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
 bool startsNumber(char c) { return (c >= '0' && c <= '9') || c == '.'; }
 
 /// Whether a number beyond the range of a double is too large, not too small. It holds digits.
@@ -86,19 +87,26 @@ double readWhole(std::string_view text, std::size_t base) {
 }  // namespace
 
 double readLocaleNumber(std::string_view text) {
-  constexpr std::string_view kBlanks = " \t\r\n";
-  text.remove_suffix(text.size() - (text.find_last_not_of(kBlanks) + 1));
-  text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
+  while (!text.empty() && isBlank(text.front())) {
+    text.remove_prefix(1);
+  }
+  while (!text.empty() && isBlank(text.back())) {
+    text.remove_suffix(1);
+  }
   const std::string_view point = decimalSep();
-  if (point != "." && text.find('.') != std::string_view::npos) {
-    throw RuntimeError(ErrorKind::TypeMismatch);
+  std::string withPoint;
+  if (point != ".") {
+    if (text.find('.') != std::string_view::npos) {
+      throw RuntimeError(ErrorKind::TypeMismatch);
+    }
+    withPoint = text;
+    if (const auto at = withPoint.find(point); at != std::string::npos) {
+      withPoint.replace(at, point.size(), ".");
+    }
+    text = withPoint;
   }
-  std::string withPoint(text);
-  if (const auto at = withPoint.find(point); at != std::string::npos) {
-    withPoint.replace(at, point.size(), ".");
-  }
-  const Number number = readNumber(withPoint);
-  if (number.length == 0 || number.length != withPoint.size()) {
+  const Number number = readNumber(text);
+  if (number.length == 0 || number.length != text.size()) {
     throw RuntimeError(ErrorKind::TypeMismatch);
   }
   return withinRange(number.value);
