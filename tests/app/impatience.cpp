@@ -66,10 +66,13 @@ class Trader {
     whileWaiting += program_->isWaiting() ? 1 : 0;
     alarm(60);  // a hang ends here
     QWidget& form = RealProgram::form();
-    if (--left_ <= 0 || below(300) == 0) {
-      form.close();
-    } else if (QWidget* box = QApplication::activeModalWidget(); box != nullptr && below(3) == 0) {
+    QWidget* const box = QApplication::activeModalWidget();
+    --left_;
+    // Nobody closes a window behind a message.
+    if (box != nullptr && (left_ <= 0 || below(3) == 0)) {
       QTest::keyClick(box->windowHandle(), Qt::Key_Return);
+    } else if (left_ <= 0 || (box == nullptr && below(300) == 0)) {
+      form.close();
     } else if (QWidget* list = QApplication::activePopupWidget(); list != nullptr) {
       QTest::mouseClick(list->windowHandle(), Qt::LeftButton, {}, in(*list));
     } else {
