@@ -34,10 +34,8 @@ Day localToday() {
   const std::time_t now = std::time(nullptr);
   std::tm local{};
   localtime_r(&now, &local);
-  const year_month_day date{std::chrono::year{local.tm_year + 1900},
-                            std::chrono::month{static_cast<unsigned>(local.tm_mon + 1)},
-                            std::chrono::day{static_cast<unsigned>(local.tm_mday)}};
-  return Day{date};
+  return std::chrono::floor<std::chrono::days>(std::chrono::system_clock::from_time_t(now) +
+                                               std::chrono::seconds{local.tm_gmtoff});
 }
 
 std::string tableDate(Day day) {

@@ -30,7 +30,7 @@ int fullYear(int year, bool isShort) {
 // Years far above are of the Buddhist era.
 std::optional<Day> dayFrom(int year, int month, int day) {
   constexpr int kBuddhist = 543;
-  year -= year > 1900 + kBuddhist && year <= 2099 + kBuddhist ? kBuddhist : 0;
+  year -= year > 2099 ? kBuddhist : 0;
   return makeDay(year, static_cast<unsigned>(month), static_cast<unsigned>(day));
 }
 
@@ -42,11 +42,12 @@ int numberOf(std::string_view digits) {
   return number;
 }
 
+int numberAt(std::string_view text, std::size_t at, std::size_t size) {
+  return numberOf(text.substr(at, size));
+}
+
 std::optional<Day> compactDay(std::string_view digits) {
-  const auto number = [&](std::size_t at, std::size_t size) {
-    return numberOf(digits.substr(at, size));
-  };
-  return dayFrom(number(0, 4), number(4, 2), number(6, 2));
+  return dayFrom(numberAt(digits, 0, 4), numberAt(digits, 4, 2), numberAt(digits, 6, 2));
 }
 
 std::optional<int> secondOf(int hour, int minute, int second) {
@@ -66,35 +67,26 @@ std::optional<int> compactTime(std::string_view digits) {
                             : secondOf(number / 10'000, number / 100 % 100, number % 100);
 }
 
-// Most tables have one of two forms of ten signs, which are read without taking
-// them apart: 2026-11-05 and 05/11/2026, with any sign of dates between the
-// numbers.
+// Most tables have one of two forms, which are read without taking them apart:
+// 2026-11-05 and 05/11/2026, with any sign of dates between the numbers.
 std::optional<WrittenMoment> usualDate(std::string_view text) {
-  if (text.size() != 10) {
-    return std::nullopt;
-  }
-  const auto isSign = [](char c) { return c == '-' || c == '/' || c == '.'; };
-  const bool yearFirst = isSign(text[4]) && text[7] == text[4];
-  const bool yearLast = isSign(text[2]) && text[5] == text[2];
-  std::array<int, 3> numbers{};
-  std::size_t part = 0;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const bool sign = yearFirst ? i == 4 || i == 7 : i == 2 || i == 5;
-    if (!sign && !isDigit(text[i])) {
-      return std::nullopt;
-    }
-    part += sign ? 1 : 0;
-    int& number = numbers[part];
-    number = sign ? 0 : number * 10 + (text[i] - '0');
-  }
+  const auto hasForm = [text](std::string_view form) {
+    const auto fits = [](char c, char of) {
+      return of == '0' ? isDigit(c) : std::string_view("-/.").find(c) != std::string_view::npos;
+    };
+    return std::equal(text.begin(), text.end(), form.begin(), form.end(), fits);
+  };
   WrittenMoment moment;
-  if (yearFirst) {
-    moment.day = dayFrom(numbers[0], numbers[1], numbers[2]);
+  if (hasForm("0000-00-00") && text[4] == text[7]) {
+    moment.day = dayFrom(numberAt(text, 0, 4), numberAt(text, 5, 2), numberAt(text, 8, 2));
+    return moment.day ? std::optional(moment) : std::nullopt;
   }
-  moment.numbers = numbers;
-  moment.points = yearLast && text[2] == '.';
-  return (yearFirst && moment.day) || (yearLast && !yearFirst) ? std::optional(moment)
-                                                               : std::nullopt;
+  if (hasForm("00-00-0000") && text[2] == text[5]) {
+    moment.numbers = {numberAt(text, 0, 2), numberAt(text, 3, 2), numberAt(text, 6, 4)};
+    moment.points = text[2] == '.';
+    return moment;
+  }
+  return std::nullopt;
 }
 
 }  // namespace
@@ -214,7 +206,7 @@ bool MomentReader::takeStamp(WrittenMoment& moment) const {
 bool MomentReader::takeCompact(std::size_t& at, WrittenMoment& moment) const {
   const auto digits = tokens_[at].text;
   const auto number = [&](std::size_t begin, std::size_t size) {
-    return numberOf(digits.substr(begin, size));
+    return numberAt(digits, begin, size);
   };
   ++at;
   if (digits.size() == 6) {
@@ -248,8 +240,12 @@ bool MomentReader::namesDay(std::size_t at) const {
   const auto isLater = [&](std::size_t later) {
     return later < tokens_.size() && tokens_[later].meaning.month > 0;
   };
+  const auto isOfTime = [&](std::size_t later) {
+    return later < tokens_.size() &&
+           (tokens_[later].before == ':' || tokens_[later].meaning.half != '\0');
+  };
   const auto isNumber = [&](std::size_t later) {
-    return later < tokens_.size() && tokens_[later].number && tokens_[later].before != ':';
+    return later < tokens_.size() && tokens_[later].number && !isOfTime(later + 1);
   };
   return isLater(at + 1) || isLater(at + 2) || isLater(at + 3) ||
          (isNumber(at + 1) && isNumber(at + 2) && isNumber(at + 3) &&
@@ -296,8 +292,7 @@ bool MomentReader::takeParts(std::size_t& at, WrittenMoment& moment) const {
                       : std::nullopt;
     return moment.day.has_value();
   }
-  if (second->digits() > 2 || (yearFirst && third->digits() > 2) ||
-      (yearLast && first->digits() > 2)) {
+  if (second->digits() > 2 || (yearFirst && yearLast)) {
     return false;
   }
   if (yearFirst) {

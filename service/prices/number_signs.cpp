@@ -22,8 +22,6 @@ constexpr auto kBeside = std::to_array<std::string_view>(
 constexpr auto kApostrophes =
     std::to_array<std::string_view>({"\xE2\x80\x99", "\xE2\x80\xB2", "\xC2\xB4"});
 
-constexpr std::size_t kLongestBeside = 8;
-
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 // The bytes of a blank or an apostrophe at a place, 0 if there is none.
@@ -56,7 +54,7 @@ bool isBeside(std::string_view text) {
     }
     return result;
   }();
-  return text.size() <= kLongestBeside && known.count(upperCase(text)) > 0;
+  return known.count(upperCase(text)) > 0;
 }
 
 std::string shown(std::size_t line, std::string_view text) {
@@ -250,7 +248,6 @@ SignFound SignEvidence::decide() const {
   const Seen& commas = prices_.at(static_cast<std::size_t>(SignUse::UnclearComma));
   SignFound found;
   if (points.count + commas.count == 0) {
-    found.why = "the prices have no decimals";
     const auto other = proven(others_);
     found.comma = other && other->problem.empty() && other->comma;
     return found;

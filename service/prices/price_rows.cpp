@@ -78,14 +78,12 @@ std::string RowReader::readDate(Row& row, std::string_view date, std::string_vie
 }
 
 std::string RowReader::readPrices(Row& row, const Fields& fields) {
-  for (const auto& [column, target] :
-       {std::pair{kOpen, &row.bar.open}, std::pair{kHigh, &row.bar.high},
-        std::pair{kLow, &row.bar.low}, std::pair{kClose, &row.bar.close}}) {
+  for (const auto& [column, target] : kPriceColumns) {
     const auto price = priceIn(fields.at(column), signs_.comma, plain_);
     if (!price) {
       return notUnderstoodNumber(rules_.names.at(column), fields.at(column), signs_.comma);
     }
-    *target = price->value;
+    row.bar.*target = price->value;
     row.cutPrice = row.cutPrice || price->cut;
   }
   return "";
@@ -103,10 +101,10 @@ std::string RowReader::readVolume(Row& row, std::string_view text) {
 
 // A line below the rows may say where they come from.
 bool RowReader::isRemark(const Fields& fields) {
-  const auto isPrice = [&](Column column) {
-    return priceIn(fields.at(column), signs_.comma, plain_).has_value();
+  const auto isPrice = [&](const auto& price) {
+    return priceIn(fields.at(price.first), signs_.comma, plain_).has_value();
   };
-  return isPrice(kOpen) + isPrice(kHigh) + isPrice(kLow) + isPrice(kClose) < 2;
+  return std::count_if(kPriceColumns.begin(), kPriceColumns.end(), isPrice) < 2;
 }
 
 void RowReader::add(std::size_t number, const Fields& fields, std::string_view time) {

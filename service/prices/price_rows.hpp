@@ -18,6 +18,11 @@ enum Column : std::size_t { kDate, kOpen, kHigh, kLow, kClose, kVolume, kColumns
 /// One row as text, each field without blanks and quotation marks around it.
 using Fields = std::array<std::string_view, kColumns>;
 
+/// The columns of prices, and where each goes.
+inline constexpr std::array kPriceColumns{
+    std::pair{kOpen, &DailyBar::open}, std::pair{kHigh, &DailyBar::high},
+    std::pair{kLow, &DailyBar::low}, std::pair{kClose, &DailyBar::close}};
+
 using ColumnNames = std::array<std::string, kColumns>;
 inline const ColumnNames kUsualNames{"Date", "Open", "High", "Low", "Close", "Volume"};
 

@@ -246,10 +246,8 @@ std::string lettersAndDigits(std::string_view text) {
 
 // Without what says the exchange: NYSE:AAA, AAA.US, "AAA US".
 std::string_view withoutExchange(std::string_view ticker) {
-  const auto colon = ticker.find(':');
-  ticker.remove_prefix(colon != ticker.npos && colon + 1 < ticker.size() ? colon + 1 : 0);
-  const auto end = ticker.find_first_of(". ");
-  return end != ticker.npos && end > 0 ? ticker.substr(0, end) : ticker;
+  ticker.remove_prefix(ticker.find(':') + 1);  // nothing where there is none
+  return ticker.substr(0, ticker.find_first_of(". ", 1));
 }
 
 }  // namespace
@@ -285,7 +283,6 @@ TableFound tableByNames(std::string_view text, const std::string& separators,
         const PriceTable table = tableOf(header, separator, text, rules);
         if (isWhole(table, rules)) {
           found.table = table;
-          found.named = true;
           return found;
         }
         if (!ticks && table.has(Use::Close) && table.has(Use::Date) && !table.has(Use::Open) &&

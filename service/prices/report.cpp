@@ -32,7 +32,7 @@ std::string columnsText(const Reading& reading) {
 }
 
 std::string because(const std::string& what, const std::string& why) {
-  return what + (what.empty() || why.empty() ? "" : ": " + why);
+  return what + (what.empty() || why.empty() ? "" : ": ") + why;
 }
 
 std::string counted(std::size_t count) { return count > 0 ? std::to_string(count) : ""; }

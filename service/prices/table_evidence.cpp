@@ -9,8 +9,6 @@
 namespace quintara::quotes {
 namespace {
 
-constexpr std::array kPriceColumns{kOpen, kHigh, kLow, kClose};
-
 // Calls for every row whose date can be read.
 template <class Each>
 void forEachDated(std::string_view text, const PriceTable& table, const RowRules& rules,
@@ -54,12 +52,10 @@ std::optional<bool> signThatFits(std::string_view text, const PriceTable& table,
     for (const bool comma : {false, true}) {
       DailyBar bar;
       bool readable = true;
-      for (const auto& [column, target] :
-           {std::pair{kOpen, &bar.open}, std::pair{kHigh, &bar.high}, std::pair{kLow, &bar.low},
-            std::pair{kClose, &bar.close}}) {
+      for (const auto& [column, target] : kPriceColumns) {
         const auto price = priceIn(fields.at(column), comma, plain);
         readable = readable && price;
-        *target = price ? price->value : Price();
+        bar.*target = price ? price->value : Price();
       }
       bad.at(comma ? 1 : 0) += readable && !implausible(bar).empty() ? 1 : 0;
     }
@@ -157,7 +153,7 @@ TableEvidence evidenceOf(std::string_view text, const PriceTable& table, const R
           pointsInDates = pointsInDates &&
                           (moment->points || fields[kDate].find('.') != std::string_view::npos);
         }
-        for (const Column column : kPriceColumns) {
+        for (const auto& [column, target] : kPriceColumns) {
           signs.addPrice(row.line(), fields.at(column));
         }
         if (table.has(Use::Ticker)) {

@@ -101,7 +101,8 @@ TEST(Check, TellsWhoAnswersWhomThatHidesAndWhichChartsStayEmpty) {
            {kHeader + "2026-11-24,1,2,1,2\n", "All days lie after today"}}) {
     text.empty() ? void() : folder.write("demo.csv", text);
     std::ostringstream out;
-    check(settings, "demo", kToday, out);
+    const bool charted = check(settings, "demo", kToday, out);
+    EXPECT_EQ(charted, out.str().find("The quote that a chart gets") != std::string::npos);
     EXPECT_THAT(out.str(), testing::ContainsRegex(expected));
   }
 }

@@ -139,16 +139,22 @@ std::string summary(const PriceRows& rows) {
   const std::string table = tableText(rows.bars, Day::min());
   return table.substr(kHeader.size()) + std::to_string(rows.badLines) + rows.problem;
 }
-std::string ofFile(const std::string& text) { return summary(parsePriceFile(text)); }
-// A path, JSON, and perhaps the names of columns behind an @.
-std::string ofJson(const std::string& text) {
+// Both may have names of columns behind an @.
+RowRules rulesOf(const std::string& text) {
   RowRules rules;
-  const auto blank = text.find(' '), at = std::min(text.rfind('@'), text.size());
-  std::istringstream names(text.substr(std::min(at + 1, text.size())));
+  std::istringstream names(text.substr(std::min(text.rfind('@'), text.size() - 1) + 1));
   for (std::string& name : rules.names) {
     names >> name;
   }
-  return summary(parseJsonRows(text.substr(blank, at - blank), text.substr(0, blank), rules));
+  return rules;
+}
+std::string ofFile(const std::string& text) {
+  return summary(parsePriceFile(text.substr(0, text.rfind('@')), rulesOf(text)));
+}
+std::string ofJson(const std::string& text) {  // behind a path
+  const auto blank = text.find(' ');
+  const std::string json = text.substr(blank, text.rfind('@') - blank);
+  return summary(parseJsonRows(json, text.substr(0, blank), rulesOf(text)));
 }
 
 TEST(Repeats, ComeOnceAMinuteWithACount) {
@@ -406,7 +412,8 @@ TEST(TextRules, HoldForEveryLineOfTheTable) {
     const std::string rule = title.substr(0, title.find(" ("));
     ASSERT_TRUE(known.count(rule) == 1 && used.insert(rule).second) << rule;
     std::istringstream lines(block);
-    for (std::string line; std::getline(lines, line) && !line.empty();) {
+    std::string line;
+    while (std::getline(lines, line) && !line.empty()) {
       const auto arrow = line.find(" -> ");
       for (std::size_t at = 0; at <= arrow;) {
         const auto end = std::min(line.find(" | ", at), arrow);
@@ -416,6 +423,7 @@ TEST(TextRules, HoldForEveryLineOfTheTable) {
         at = end + 3;
       }
     }
+    EXPECT_FALSE(std::getline(lines, line)) << rule << " goes on behind a blank line";
   }
   EXPECT_EQ(used.size(), known.size());
 }
