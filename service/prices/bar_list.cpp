@@ -140,8 +140,6 @@ void BarList::dropRepetitions() {
   bars_.resize(kept);
   if (contradictions_ >= 2 && 2 * contradictions_ >= kept) {
     bars_.clear();
-  } else {
-    contradiction_.clear();
   }
 }
 

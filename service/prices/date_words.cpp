@@ -106,8 +106,7 @@ template <class Each>
 void forEachBeginning(const std::string& word, std::size_t letters, Each each) {
   std::size_t count = 0;
   for (std::size_t i = 0; i <= word.size(); ++i) {
-    const bool letterStarts =
-        i == word.size() || (static_cast<unsigned char>(word[i]) & 0xC0U) != 0x80U;
+    const bool letterStarts = (static_cast<unsigned char>(word[i]) & 0xC0U) != 0x80U;
     if (letterStarts && count++ >= letters) {
       each(word.substr(0, i));
     }

@@ -14,7 +14,7 @@ using std::chrono::year_month_day;
 
 constexpr std::size_t kMostTokens = 14;
 constexpr std::size_t kLongestText = 80;
-constexpr int kSecondsOfDay = 86'400;
+constexpr int kNoon = 12 * 3600;
 
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
@@ -384,9 +384,7 @@ std::optional<int> MomentReader::takeTime(std::size_t at) const {
   if (half != '\0' && (hour == 0 || hour > 12)) {
     return hour > 12 && half == 'p' ? second : hour == 0 && half == 'a' ? second : std::nullopt;
   }
-  const int noon = half == 'p' && hour < 12    ? kSecondsOfDay / 2
-                   : half == 'a' && hour == 12 ? -kSecondsOfDay / 2
-                                               : 0;
+  const int noon = half == 'p' && hour < 12 ? kNoon : half == 'a' && hour == 12 ? -kNoon : 0;
   return *second + noon;
 }
 

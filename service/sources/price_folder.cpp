@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <ostream>
+#include <ranges>
 #include <system_error>
 #include <utility>
 #include <vector>
@@ -59,8 +60,8 @@ Found PriceFolder::ask(const std::string& ticker, const See& see) {
 Found PriceFolder::find(const std::string& ticker, Day) {
   Found found = ask(ticker, [this](const auto& names, const PriceFile& file) {
     const std::string name = escaped(names.front());
-    for (std::size_t i = 1; i < names.size(); ++i) {
-      log_.warning("own prices: " + escaped(names[i]) + " is not read, because there is " + name);
+    for (const std::string& other : std::views::drop(names, 1)) {
+      log_.warning("own prices: " + escaped(other) + " is not read, because there is " + name);
     }
     if (file.problem.empty() && file.badLines > 0) {
       log_.warning(name + ": bad lines left out: " + std::to_string(file.badLines));
@@ -79,8 +80,8 @@ Found PriceFolder::find(const std::string& ticker, Day) {
 Found PriceFolder::explain(const std::string& ticker, Day, std::ostream& out) {
   return ask(ticker, [&out](const auto& names, const PriceFile& file) {
     out << "  File: " << escaped(names.front()) << "\n";
-    for (std::size_t i = 1; i < names.size(); ++i) {
-      out << "  Not read beside it: " << escaped(names[i]) << "\n";
+    for (const std::string& other : std::views::drop(names, 1)) {
+      out << "  Not read beside it: " << escaped(other) << "\n";
     }
     report(file, out);
   });

@@ -12,8 +12,6 @@ namespace {
 constexpr std::size_t kLongestQuoted = 4096;
 constexpr std::size_t kMostQuotedLines = 16;
 
-bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
-
 // Some programs mark text with an apostrophe on each side.
 std::string_view withoutApostrophes(std::string_view text) {
   const bool both = text.size() >= 2 && text.front() == '\'' && text.back() == '\'';
@@ -65,13 +63,10 @@ void TableRows::takePlain() {
     ++at_;
   }
   auto field = text_.substr(begin, at_ - begin);
-  if (!field.empty()) {
-    const auto outer = [](char c) {
-      return isBlank(c) || c == '\'' || (static_cast<unsigned char>(c) & 0x80U) != 0;
-    };
-    if (outer(field.front()) || outer(field.back())) {
-      field = withoutApostrophes(withoutBlanks(field));
-    }
+  // Blanks and apostrophes are up to the apostrophe, or not of ASCII.
+  const auto mayGo = [](char c) { return static_cast<signed char>(c) <= '\''; };
+  if (!field.empty() && (mayGo(field.front()) || mayGo(field.back()))) {
+    field = withoutApostrophes(withoutBlanks(field));
   }
   fields_.push_back(field);
 }

@@ -125,7 +125,7 @@ std::string percentEncoded(std::string_view text) {
   for (const char c : text) {
     const auto byte = static_cast<unsigned char>(c);
     if (isDigit(c) || (upper(c) >= 'A' && upper(c) <= 'Z') ||
-        std::string_view("-._~").find(c) < 4) {
+        std::string_view("-._~").find(c) != std::string_view::npos) {
       result += c;
     } else {
       result += {'%', kHex[byte >> 4U], kHex[byte & 0xfU]};

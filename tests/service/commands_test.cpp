@@ -14,6 +14,7 @@ using testing::HasSubstr;
 const Day kToday = *makeDay(2026, 11, 23);
 const std::string kHeader = "Date,Open,High,Low,Close\n";
 const std::string kTwo = kHeader + "2026-11-05,1,2,1,2\n2026-11-06,1,3,1,1.09266\n";
+const std::string kNew = kHeader + "2026-11-23,1,2,1,2\n";
 const std::string kOther = kHeader + "2026-11-05,1,2,1,1\n";
 
 TEST(AddPrices, PutsInWholeFilesThatCanBeUsedAndReplacesOnlyWhenAsked) {
@@ -35,7 +36,7 @@ TEST(AddPrices, PutsInWholeFilesThatCanBeUsedAndReplacesOnlyWhenAsked) {
        "late.csv is not added: all its days"},
       {"export.dat", kTwo, "", false, "export.dat is not added: its name is not that of a ticker"},
       {"export.dat", kTwo, "br/k", false, "export.dat is not added: no prices for br/k"},
-      {"export.dat", kTwo, "brk.b", false, "BRK.B is in the price folder"},
+      {"export.dat", kNew, "brk.b", false, "BRK.B is in the price folder"},
       {"(1).csv", kTwo, "", false, "(1).csv is not added: its name"},
   };
   for (const auto& c : cases) {
@@ -51,7 +52,7 @@ TEST(AddPrices, PutsInWholeFilesThatCanBeUsedAndReplacesOnlyWhenAsked) {
     files[entry.path().filename()] = contentOf(entry.path());
   }
   EXPECT_THAT(files,
-              testing::ElementsAre(std::pair("ACME.csv", kOther), std::pair("BRK.B.csv", kTwo)));
+              testing::ElementsAre(std::pair("ACME.csv", kOther), std::pair("BRK.B.csv", kNew)));
 }
 
 TEST(AddPrices, KeepsTheNameOfTheFileThatIsReplaced) {
@@ -94,8 +95,10 @@ TEST(Check, TellsWhoAnswersWhomThatHidesAndWhichChartsStayEmpty) {
            {kTwo,
             "Days: 2 of 2 rows; rows left out: 0\n.*6-Nov-26,1.00,3.00,1.00,1.09266,0\n.*"
             "The quote that a chart gets: \"DEMO\",1.09266,"},
-           {kHeader + "2025-07-01,1,2,1,2\n", "shorter than: Daily, 18 months.\n"},
-           {kHeader + "2022-09-05,1,2,1,2\n", "shorter than: Weekly.\n"},
+           {kHeader + "2026-05-24,1,2,1,2\n", "shorter than: Daily, 12 months.\n"},
+           {kHeader + "2025-11-22,1,2,1,2\n", "shorter than: Daily, 18 months.\n"},
+           {kHeader + "2025-05-24,1,2,1,2\n", "shorter than: Daily, 24 months.\n"},
+           {kHeader + "2024-11-22,1,2,1,2\n", "shorter than: Weekly.\n"},
            {kHeader + "2022-09-04,1,2,1,2\n", "shorter than: Monthly.\n"},
            {kHeader + "2016-11-22,1,2,1,2\n", "No chart reaches back to the newest day, 22-Nov-16"},
            {kHeader + "2026-11-24,1,2,1,2\n", "All days lie after today"}}) {

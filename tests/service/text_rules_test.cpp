@@ -2,6 +2,7 @@
 #include <iconv.h>
 
 #include <array>
+#include <clocale>
 #include <cstdio>
 #include <fstream>
 #include <functional>
@@ -406,6 +407,7 @@ TEST(PriceFile, ReadsEveryShapeOfExports) {
 }
 
 TEST(TextRules, HoldForEveryLineOfTheTable) {
+  std::setlocale(LC_NUMERIC, "de_DE.UTF-8");  // has no say here, where it is installed
   const auto known = rules();
   std::set<std::string> used;
   for (const auto& [title, block] : blocksOf("rules.txt")) {
