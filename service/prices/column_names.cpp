@@ -8,6 +8,7 @@
 #include <unordered_map>
 
 #include "service/tables/plain_name.hpp"
+#include "service/text/text.hpp"
 
 namespace quintara::quotes {
 namespace {
@@ -254,9 +255,7 @@ const std::map<std::string, Side, std::less<>>& wordsOfSides() {
   return words;
 }
 
-bool isNumber(std::string_view word) {
-  return std::all_of(word.begin(), word.end(), [](char c) { return c >= '0' && c <= '9'; });
-}
+bool isNumber(std::string_view word) { return std::all_of(word.begin(), word.end(), isDigit); }
 
 std::optional<NamedUse> known(const std::string& plain) {
   const auto found = dictionary().find(plain);

@@ -16,13 +16,6 @@ constexpr std::size_t kMostTokens = 14;
 constexpr std::size_t kLongestText = 80;
 constexpr int kNoon = 12 * 3600;
 
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
-
-bool isLetter(char c) {
-  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') ||
-         (static_cast<unsigned char>(c) & 0x80U) != 0;
-}
-
 int fullYear(int year, bool isShort) {
   return !isShort ? year : year < 70 ? 2000 + year : 1900 + year;
 }

@@ -22,8 +22,6 @@ constexpr auto kBeside = std::to_array<std::string_view>(
 constexpr auto kApostrophes =
     std::to_array<std::string_view>({"\xE2\x80\x99", "\xE2\x80\xB2", "\xC2\xB4"});
 
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
-
 // The bytes of a blank or an apostrophe at a place, 0 if there is none.
 std::size_t groupSignAt(std::string_view text, std::size_t at) {
   if (text[at] == '\'' || text[at] == '_') {
@@ -31,7 +29,7 @@ std::size_t groupSignAt(std::string_view text, std::size_t at) {
   }
   const auto isThere = [&](std::string_view sign) { return text.substr(at, sign.size()) == sign; };
   const auto size = blankAt(text, at);
-  if (size > 0 || (static_cast<unsigned char>(text[at]) & 0x80U) == 0) {
+  if (size > 0 || !isLetter(text[at])) {
     return size;
   }
   const auto found = std::find_if(kApostrophes.begin(), kApostrophes.end(), isThere);

@@ -5,6 +5,8 @@
 #include <cstdlib>
 #include <limits>
 
+#include "service/text/text.hpp"
+
 namespace quintara::quotes {
 namespace {
 
@@ -14,8 +16,6 @@ constexpr int kLowestPower = -18 - 9;  // of a price's tenth digit
 constexpr int kHighestPower = 14 - 9;
 constexpr int kHighestExponent = 9'999;
 constexpr std::int64_t kHighestWhole = std::numeric_limits<std::int64_t>::max();
-
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 // The digits of a whole number, the last ones as decimals.
 std::string withPoint(std::string digits, int places) {

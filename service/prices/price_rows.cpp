@@ -12,8 +12,6 @@ namespace {
 
 constexpr std::size_t kLongestQuoted = 40;
 
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
-
 // Whole or not at all: whoever hides a secret in the complaint must not meet half of it.
 std::string notUnderstood(const std::string& name, std::string_view text) {
   const std::string shown = escaped(name);

@@ -237,10 +237,8 @@ std::string shownLine(std::string_view text, std::size_t line) {
 
 std::string lettersAndDigits(std::string_view text) {
   std::string result;
-  std::copy_if(text.begin(), text.end(), std::back_inserter(result), [](char c) {
-    return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') ||
-           (static_cast<unsigned char>(c) & 0x80U) != 0;
-  });
+  std::copy_if(text.begin(), text.end(), std::back_inserter(result),
+               [](char c) { return isDigit(c) || isLetter(c); });
   return upperCase(result);
 }
 

@@ -25,17 +25,12 @@ constexpr std::array kUnits{
     Unit{"亿", 8},  Unit{"억", 8},  Unit{"lakh", 5}, Unit{"cr", 7},   Unit{"crore", 7},
 };
 
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
-
 // Takes a unit off the end and returns its power of ten; no value for a word that is none.
 std::optional<int> takeUnit(std::string_view& text) {
   const auto last = std::find_if(text.rbegin(), text.rend(), isDigit);
   const auto size = static_cast<std::size_t>(text.rend() - last);
   const auto word = text.substr(size);
-  const bool letters = std::any_of(word.begin(), word.end(), [](char c) {
-    return (c | 0x20) >= 'a' || (static_cast<unsigned char>(c) & 0x80U) != 0;
-  });
-  if (!letters) {
+  if (std::none_of(word.begin(), word.end(), isLetter)) {
     return 0;
   }
   static const auto powers = [] {

@@ -5,6 +5,8 @@
 #include <cstdlib>
 #include <memory>
 
+#include "service/text/text.hpp"
+
 namespace quintara::quotes {
 namespace {
 
@@ -12,14 +14,11 @@ struct Free {
   void operator()(utf8proc_uint8_t* text) const { std::free(text); }
 };
 
-bool isLower(char c) { return (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9'); }
-bool isUpper(char c) { return c >= 'A' && c <= 'Z'; }
-
 // OpenPrice are two words.
 std::string parted(std::string_view name) {
   std::string result;
   for (std::size_t i = 0; i < name.size(); ++i) {
-    if (i > 0 && isLower(name[i - 1]) && isUpper(name[i])) {
+    if (i > 0 && (isSmall(name[i - 1]) || isDigit(name[i - 1])) && isCapital(name[i])) {
       result += ' ';
     }
     result += name[i];

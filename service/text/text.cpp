@@ -6,11 +6,11 @@
 namespace quintara::quotes {
 namespace {
 
-char upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
+constexpr char kSmall = 'a' - 'A';
 
-char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+char upper(char c) { return isSmall(c) ? static_cast<char>(c - kSmall) : c; }
 
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
+char lower(char c) { return isCapital(c) ? static_cast<char>(c + kSmall) : c; }
 
 }  // namespace
 
@@ -124,7 +124,7 @@ std::string percentEncoded(std::string_view text) {
   std::string result;
   for (const char c : text) {
     const auto byte = static_cast<unsigned char>(c);
-    if (isDigit(c) || (upper(c) >= 'A' && upper(c) <= 'Z') ||
+    if (isDigit(c) || isSmall(c) || isCapital(c) ||
         std::string_view("-._~").find(c) != std::string_view::npos) {
       result += c;
     } else {

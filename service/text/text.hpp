@@ -9,6 +9,14 @@
 /// stand for themselves.
 namespace quintara::quotes {
 
+constexpr bool isDigit(char c) { return c >= '0' && c <= '9'; }
+constexpr bool isSmall(char c) { return c >= 'a' && c <= 'z'; }
+constexpr bool isCapital(char c) { return c >= 'A' && c <= 'Z'; }
+/// Any byte that is not of ASCII is part of a letter here.
+constexpr bool isLetter(char c) {
+  return isSmall(c) || isCapital(c) || static_cast<signed char>(c) < 0;
+}
+
 std::string upperCase(std::string_view text);
 bool equalIgnoringCase(std::string_view left, std::string_view right);
 std::string lowerCase(std::string_view text);

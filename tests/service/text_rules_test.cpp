@@ -23,6 +23,7 @@
 #include "service/prices/json_rows.hpp"
 #include "service/prices/number_signs.hpp"
 #include "service/prices/price_file.hpp"
+#include "service/prices/price_table.hpp"
 #include "service/prices/region.hpp"
 #include "service/prices/report.hpp"
 #include "service/prices/volume.hpp"
@@ -241,6 +242,11 @@ std::map<std::string, std::function<std::string(const std::string&)>> rules() {
                       : "none";
        }},
       {"plain name", plainName},
+      {"same ticker",
+       [=](auto& t) {
+         const auto [one, other] = halves(t);
+         return yes(sameTicker(one, other)) + " " + yes(almostSameTicker(one, other));
+       }},
       {"region", [](auto& t) { return nameOf(dayOrderOf(t)); }},
       {"no table",
        [](auto& t) {
