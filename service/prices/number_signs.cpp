@@ -97,7 +97,6 @@ SignUse signUseOf(std::string_view text) {
   std::size_t behind = 0;  // digits behind the last sign
   std::size_t before = 0;  // digits before the first
   char last = '\0';
-  bool grouped = false;
   for (std::size_t at = 0; at < text.size();) {
     const char c = text[at];
     if (isDigit(c)) {
@@ -117,7 +116,6 @@ SignUse signUseOf(std::string_view text) {
     if (size == 0) {
       return SignUse::Wrong;
     }
-    grouped = true;
     at += size;
   }
   if (points + commas == 0) {
@@ -132,7 +130,7 @@ SignUse signUseOf(std::string_view text) {
   if (points + commas > 1) {
     return behind == 3 ? group : SignUse::Wrong;
   }
-  if (behind != 3 || before == 0 || before > 3 || grouped || text.front() == '0') {
+  if (behind != 3 || before == 0 || before > 3 || text.front() == '0') {
     return decimal;
   }
   return comma ? SignUse::UnclearComma : SignUse::UnclearPoint;

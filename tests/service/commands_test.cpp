@@ -100,6 +100,7 @@ TEST(Check, TellsWhoAnswersWhomThatHidesAndWhichChartsStayEmpty) {
            {kHeader + "2025-05-24,1,2,1,2\n", "shorter than: Daily, 24 months.\n"},
            {kHeader + "2024-11-22,1,2,1,2\n", "shorter than: Weekly.\n"},
            {kHeader + "2022-09-04,1,2,1,2\n", "shorter than: Monthly.\n"},
+           {kHeader + "2016-11-23,1,2,1,2\n", "shorter than: Monthly.\n"},
            {kHeader + "2016-11-22,1,2,1,2\n", "No chart reaches back to the newest day, 22-Nov-16"},
            {kHeader + "2026-11-24,1,2,1,2\n", "All days lie after today"}}) {
     text.empty() ? void() : folder.write("demo.csv", text);

@@ -254,6 +254,8 @@ TEST_F(ProviderTest, ComesBeforeTheDemonstrationMarket) {
   EXPECT_THAT(desk.quote("q?s=DEMO"), HasSubstr("\"DEMO\",2.00,"));
   status = 404;
   EXPECT_THAT(desk.quote("q?s=DOWN"), HasSubstr("\"DOWN\""));
+  EXPECT_THAT([&] { desk.quote("q?s=A"); },
+              testing::ThrowsMessage<Refusal>(HasSubstr("no prices for A: HTTP status 404")));
   status = 500;
   EXPECT_THAT([&] { desk.quote("q?s=RANGE"); },
               testing::Throws<Refusal>(testing::Field(&Refusal::status, 502)));
