@@ -82,7 +82,7 @@ void BarList::sort() {
     rising += isBefore(i, i - 1) ? 0 : 1;
     falling += isBefore(i - 1, i) ? 0 : 1;
   }
-  if (bars_.empty() || rising + 1 == bars_.size()) {
+  if (rising + 1 == bars_.size()) {
     return;
   }
   if (falling + 1 == bars_.size()) {

@@ -18,22 +18,15 @@ constexpr auto kBeside = std::to_array<std::string_view>(
      "AUD", "NZD", "SEK", "NOK", "DKK", "PLN", "CZK", "HUF", "RON", "TRY", "TL",
      "RUB", "UAH", "INR", "CNY", "HKD", "TWD", "KRW", "SGD", "BRL", "ZAR", "USDT"});
 
-// Apostrophes between groups of digits.
-constexpr auto kApostrophes =
-    std::to_array<std::string_view>({"\xE2\x80\x99", "\xE2\x80\xB2", "\xC2\xB4"});
+// Stand between groups of digits, as blanks do.
+constexpr auto kGroupSigns =
+    std::to_array<std::string_view>({"'", "_", "\xE2\x80\x99", "\xE2\x80\xB2", "\xC2\xB4"});
 
-// The bytes of a blank or an apostrophe at a place, 0 if there is none.
+// The bytes of such a sign at a place, 0 if there is none.
 std::size_t groupSignAt(std::string_view text, std::size_t at) {
-  if (text[at] == '\'' || text[at] == '_') {
-    return 1;
-  }
-  const auto isThere = [&](std::string_view sign) { return text.substr(at, sign.size()) == sign; };
-  const auto size = blankAt(text, at);
-  if (size > 0 || !isLetter(text[at])) {
-    return size;
-  }
-  const auto found = std::find_if(kApostrophes.begin(), kApostrophes.end(), isThere);
-  return found != kApostrophes.end() ? found->size() : 0;
+  const auto isThere = [&](std::string_view sign) { return text.substr(at).starts_with(sign); };
+  const auto* found = std::find_if(kGroupSigns.begin(), kGroupSigns.end(), isThere);
+  return found != kGroupSigns.end() ? found->size() : blankAt(text, at);
 }
 
 bool isPlain(std::string_view text) {

@@ -4,13 +4,16 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
+#include <array>
 #include <atomic>
 #include <ctime>
 #include <future>
 #include <map>
 #include <thread>
+#include <tuple>
 
 #include "client.hpp"
+#include "service/http/clients.hpp"
 #include "service/http/http_server.hpp"
 #include "service/http/listening_socket.hpp"
 #include "service/prices/day_forms.hpp"
@@ -178,6 +181,42 @@ TEST_F(ServerTest, TellsTheOldestOfTooManyWhoWaitAndAnswersTheNewest) {
   EXPECT_THAT(receive(crowd[1]), StartsWith("HTTP/1.1 503 "));
   released.set_value();
   EXPECT_THAT(receive(crowd.back()), EndsWith("prices"));
+}
+
+TEST(Clients, WhoseTimeIsUpFirstGivesWayToLargeRepliesAndToTheEnd) {
+  Clients clients;
+  const Endpoint endpoint{Endpoint::Kind::Port, FileHandle(-1), "", nullptr};
+  const std::array sockets{9001, 9002, 9003, 9004};  // which are not there
+  const auto states = [&] {
+    std::string shown;
+    for (const int socket : sockets) {
+      shown += "aWT-"[static_cast<int>(clients.at(socket).state)];
+    }
+    return shown;
+  };
+  const auto begin = Clock::now();
+  for (const int socket : sockets) {
+    clients.add(socket, endpoint);
+  }
+  EXPECT_GE(clients.nextEnd(), begin + milliseconds{5000});
+  EXPECT_LE(clients.nextEnd(), Clock::now() + milliseconds{5000});
+  const std::size_t megabyte = 1 << 20;
+  for (const auto& [socket, size, expected] : {std::tuple{9002, 30 * megabyte, "aTaa"},
+                                               {9001, 34 * megabyte, "TTaa"},
+                                               {9003, megabyte, "T-Ta"},
+                                               {9003, 64 * megabyte, "--Ta"}}) {
+    clients.letTake(clients.at(socket), size);
+    EXPECT_EQ(states(), expected);
+  }
+  EXPECT_TRUE(clients.makeRoom());
+  EXPECT_EQ(states(), "--T-");
+  EXPECT_GE(clients.nextEnd(), begin + milliseconds{10'000});
+  clients.add(9004, endpoint);
+  clients.at(9004).state = Client::State::Asking;
+  clients.endAt(begin);
+  clients.cutOffTheLate();
+  EXPECT_EQ(states() + (clients.canMakeRoom() || clients.makeRoom() ? "room" : ""), "----");
+  EXPECT_EQ(clients.nextEnd(), Clock::time_point::max());
 }
 
 TEST_F(ServerTest, CutsOffSilentAndTricklingClients) {
