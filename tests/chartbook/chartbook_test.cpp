@@ -189,13 +189,13 @@ TEST_F(Chartbook, MakesAPictureALineATableAndAPage) {
   EXPECT_EQ(read("out/levels.csv"), levels) << "files do not";
 }
 
-/// Ctrl-C at a terminal, which shows the bar, reaches every process of the list.
+/// Ctrl-C at a terminal, which shows the bar ten times a second, reaches every process of the list.
 TEST_F(Chartbook, LeavesWholeFilesWhenItIsInterrupted) {
   std::string list = "Ticker\nNONE\n";
   for (int line = 0; line < 5000; ++line) list += "DEMO\n";
   write("watch.csv", list);
   const std::string said = shell(
-      "(until [ -e out/DEMO-3.png ]; do sleep 0.05; done; printf '\\003') | "
+      "(until [ -e out/DEMO-99.png ]; do sleep 0.05; done; printf '\\003') | "
       "script -qec '" QUINTARA_CHART " --list watch.csv --into out --jobs 2' /dev/null");
   EXPECT_THAT(said, AllOf(testing::StartsWith("130 "), HasSubstr(" of 5001, 1 failed, ")));
   std::string last;
