@@ -27,7 +27,6 @@ double devicePixel(double logical, double ratio) { return std::floor(logical * r
 Raster::Raster(GlyphSource& glyphs, Colour background, Colour foreground)
     : glyphs_(&glyphs), background_(toRgb32(background)), foreground_(toRgb32(foreground)) {
   updateTextShades();
-  resize(0, 0, 1);
 }
 
 void Raster::resize(int logicalWidth, int logicalHeight, double devicePixelRatio) {

@@ -119,7 +119,7 @@ class Raster final : public DrawingSurface {
   double currentX_ = 0;
   double currentY_ = 0;
   DrawStyle style_ = DrawStyle::Solid;
-  StrokePattern pattern_{};
+  StrokePattern pattern_{1, 1};
   bool damaged_ = false;
 };
 

@@ -40,7 +40,7 @@ void Raster::Line(float x1, float y1, float x2, float y2, Colour colour, BoxMode
   const PixelRect rect{std::min(column1, column2), std::min(row1, row2),
                        std::max(column1, column2) + thickness_, std::max(row1, row2) + thickness_};
   const std::uint32_t pixel = toRgb32(colour);
-  if (box == BoxMode::Filled || ((vertical || horizontal) && style_ == DrawStyle::Solid)) {
+  if (box == BoxMode::Filled) {
     image_.fill(rect, pixel);
   } else if (vertical) {
     image_.fillRows(rect, pattern_, pixel);

@@ -45,6 +45,8 @@ TEST(RasterTest, DrawsTheNearestDevicePixels) {
       {"outline", 5, 4, 1, B, Solid, {4, 3, 1, 0}, ".####|.#..#|.#..#|.####|"},
       {"2 outline", 3, 3, 2, B, Solid, {0, 0, 2, 2}, "######|######|##..##|##..##|######|######|"},
       {"dots on the grid", 8, 1, 1, N, Dot, {1, 0, 7, 0}, "...#..#.|"},
+      {"dots down it", 1, 7, 1, N, Dot, {0, 1, 0, 7}, ".|.|.|#|.|.|#|"},
+      {"outline over the edge", 3, 3, 1, B, Solid, {-1, 0, 3, 2}, "###|...|###|"},
       {"far", 12, 1, 1.6, N, Dash, {-9e9F, 0, 9e9F, 0}, "############......#|############......#|"},
       {"outline far beyond", 3, 2, 1, B, Solid, {0, -5e5F, 2, 5e5F}, "#.#|#.#|"},
       {"dashed outline", 9, 3, 1, B, Dash, {0, 0, 7, 2}, "######.#.|#......#.|######.#.|"},
@@ -86,16 +88,18 @@ TEST(RasterTest, PointReadsBackThePixelUnderTheMouse) {
       }
     }
   const Box box(4, 3);
-  for (const auto& [x, y] : {std::pair{-1.F, 0.F}, {4.F, 0.F}, {0.F, -.6F}, {0.F, 3.F}, {0.F, NAN}})
+  for (const auto& [x, y] :
+       {std::pair{-1.F, 0.F}, {4.F, 0.F}, {0.F, -.6F}, {0.F, 3.F}, {0.F, NAN}, {NAN, 0.F}})
     EXPECT_EQ(box.raster.Point(x, y), -1) << x << ' ' << y;
 }
 
 TEST(RasterTest, AResizeKeepsPictureCornerAndUnitSizeAndAScaleMayHaveNoExtent) {
   Box box(6, 4);
   box.raster.Scale(6, 40, 0, 0);
-  box.raster.Line(6, 20, 0, 20, kGreen);
   EXPECT_TRUE(box.raster.takeDamage());
   EXPECT_FALSE(box.raster.takeDamage());
+  box.raster.Line(6, 20, 0, 20, kGreen);
+  EXPECT_TRUE(box.raster.takeDamage());
   box.raster.resize(8, 3, 1);
   EXPECT_TRUE(box.raster.takeDamage());
   EXPECT_EQ(box.picture(), "........|........|######..|");
