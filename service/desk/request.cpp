@@ -64,8 +64,7 @@ Day dateOf(std::string_view target, std::string_view keys, const std::string& na
   const auto month = number(0);
   const auto day = number(1);
   const auto year = number(2);
-  const bool small = month && day && year && *month <= 12 && *day <= 31;
-  const auto date = small
+  const auto date = month && day && year
                         ? makeDay(*year, static_cast<unsigned>(*month), static_cast<unsigned>(*day))
                         : std::nullopt;
   if (!date) {

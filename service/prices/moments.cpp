@@ -39,10 +39,6 @@ int numberAt(std::string_view text, std::size_t at, std::size_t size) {
   return numberOf(text.substr(at, size));
 }
 
-std::optional<Day> compactDay(std::string_view digits) {
-  return dayFrom(numberAt(digits, 0, 4), numberAt(digits, 4, 2), numberAt(digits, 6, 2));
-}
-
 std::optional<int> secondOf(int hour, int minute, int second) {
   const bool ends = hour == 24 && minute == 0 && second == 0;
   return (hour < 24 || ends) && minute < 60 && second <= 60
@@ -132,7 +128,7 @@ bool MomentReader::split(std::string_view text) {
     }
     const bool number = isDigit(text[at]);
     if (!number && !isLetter(text[at])) {
-      before = text[at] != ' ' || before == '\0' ? text[at] : before;
+      before = text[at];
       ++at;
       continue;
     }
@@ -208,7 +204,7 @@ bool MomentReader::takeCompact(std::size_t& at, WrittenMoment& moment) const {
     return true;
   }
   if (digits.size() == 8 || digits.size() == 12 || digits.size() == 14) {
-    moment.day = compactDay(digits);
+    moment.day = dayFrom(number(0, 4), number(4, 2), number(6, 2));
     if (moment.day && digits.size() > 8) {
       const auto second =
           secondOf(number(8, 2), number(10, 2), digits.size() > 12 ? number(12, 2) : 0);
@@ -220,7 +216,10 @@ bool MomentReader::takeCompact(std::size_t& at, WrittenMoment& moment) const {
       return true;
     }
   }
-  return moment.day || (at == 1 && takeStamp(moment) && (at = tokens_.size()) > 0);
+  if (!moment.day && at == 1 && takeStamp(moment)) {
+    at = tokens_.size();
+  }
+  return moment.day.has_value();
 }
 
 // A word that may be a month as well is a day where the date has its month
@@ -233,16 +232,15 @@ bool MomentReader::namesDay(std::size_t at) const {
   const auto isLater = [&](std::size_t later) {
     return later < tokens_.size() && tokens_[later].meaning.month > 0;
   };
-  const auto isOfTime = [&](std::size_t later) {
-    return later < tokens_.size() &&
-           (tokens_[later].before == ':' || tokens_[later].meaning.half != '\0');
+  const auto isHour = [&](std::size_t later) {
+    return later + 1 < tokens_.size() && tokens_[later + 1].before == ':';
   };
   const auto isNumber = [&](std::size_t later) {
-    return later < tokens_.size() && tokens_[later].number && !isOfTime(later + 1);
+    return later < tokens_.size() && tokens_[later].number && !isHour(later);
   };
   return isLater(at + 1) || isLater(at + 2) || isLater(at + 3) ||
          (isNumber(at + 1) && isNumber(at + 2) && isNumber(at + 3) &&
-          tokens_[at + 2].before == tokens_[at + 3].before);
+          tokens_[at + 2].digits() <= 2 && tokens_[at + 2].before == tokens_[at + 3].before);
 }
 
 bool MomentReader::takeParts(std::size_t& at, WrittenMoment& moment) const {
@@ -279,10 +277,7 @@ bool MomentReader::takeParts(std::size_t& at, WrittenMoment& moment) const {
     const Token* const day = yearFirst    ? (month == 1 ? third : second)
                              : month == 0 ? second
                                           : first;
-    const bool fits = (yearFirst || month < 2) && day->digits() <= 2 &&
-                      (year->digits() == 4 || year->digits() == 2);
-    moment.day = fits ? dayFrom(fullYear(year->value, year->digits() == 2), named, day->value)
-                      : std::nullopt;
+    moment.day = dayFrom(fullYear(year->value, year->digits() == 2), named, day->value);
     return moment.day.has_value();
   }
   if (second->digits() > 2 || (yearFirst && yearLast)) {
@@ -375,7 +370,7 @@ std::optional<int> MomentReader::takeTime(std::size_t at) const {
   }
   const int hour = *second / 3600;
   if (half != '\0' && (hour == 0 || hour > 12)) {
-    return hour > 12 && half == 'p' ? second : hour == 0 && half == 'a' ? second : std::nullopt;
+    return (half == 'p') == (hour > 12) ? second : std::nullopt;
   }
   const int noon = half == 'p' && hour < 12 ? kNoon : half == 'a' && hour == 12 ? -kNoon : 0;
   return *second + noon;

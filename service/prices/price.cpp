@@ -64,7 +64,7 @@ Price::Price(std::int64_t digits, int places) {
   *this = decimal.price().value().value;
 }
 
-int Price::places() const { return std::max(-power(), 0); }
+int Price::places() const { return packed_ == 0 ? 0 : std::max(-power(), 0); }
 
 // The whole number of units of 10^-places, which must not be coarser than this price.
 std::string Price::digitsWith(int places) const {

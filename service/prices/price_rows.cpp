@@ -26,8 +26,8 @@ std::string notUnderstood(const std::string& name, std::string_view text) {
 std::string notUnderstoodNumber(const std::string& name, std::string_view text, bool comma) {
   const auto isOfNumber = [&](char c) { return isDigit(c) || c == (comma ? ',' : '.'); };
   const auto other = std::find_if_not(text.begin(), text.end(), isOfNumber);
-  const bool oneSign = !text.empty() && isDigit(text.front()) && other != text.end() &&
-                       *other > ' ' && *other < '\x7f' && !isDigit(*other);
+  const bool oneSign =
+      other != text.begin() && other != text.end() && *other > ' ' && *other < '\x7f';
   return notUnderstood(name, text) + (oneSign ? std::string(" for its ") + *other : "");
 }
 

@@ -330,7 +330,7 @@ TableFound tableByPlaces(std::string_view text, const std::string& separators,
           signUseOf(fields[kClose]) != SignUse::Wrong && !fields[kClose].empty()) {
         table.separator = separator;
         table.titleLines = rows.line() - 1;
-        return {table, "", true};
+        return {table, "", false};
       }
     }
   }

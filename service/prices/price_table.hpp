@@ -38,7 +38,7 @@ struct PriceTable {
 struct TableFound {
   std::optional<PriceTable> table;
   std::string problem;  ///< why there is none; one line
-  bool named = false;   ///< some line names columns of prices, so that there is a header
+  bool named = false;   ///< though there is none some line names columns of prices
 };
 
 /// The table by the names of its columns: in one line or, where titles stand above each other, in

@@ -91,7 +91,9 @@ TEST(Check, TellsWhoAnswersWhomThatHidesAndWhichChartsStayEmpty) {
            {"",
             "Asked own prices in .*:\n  nothing for DEMO\nAsked the demonstration market:\n"
             "  This is the answer for DEMO.\nNot needed: the provider: .* line 7: url\n"},
-           {kHeader, "File: demo.csv\n.*no rows.*This hides what the demonstration market has"},
+           {kHeader,
+            "File: demo.csv\n.*no rows.*This hides what the demonstration market has.*No prices "
+            "for DEMO.\n"},
            {kTwo,
             "Days: 2 of 2 rows; rows left out: 0\n.*6-Nov-26,1.00,3.00,1.00,1.09266,0\n.*"
             "The quote that a chart gets: \"DEMO\",1.09266,"},

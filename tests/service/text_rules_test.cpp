@@ -434,6 +434,7 @@ TEST(TextRules, HoldForEveryLineOfTheTable) {
     EXPECT_FALSE(std::getline(lines, line)) << rule << " goes on behind a blank line";
   }
   EXPECT_EQ(used.size(), known.size());
+  std::setlocale(LC_NUMERIC, "C");
 }
 
 // Up to ten digits, five of them decimals, as whole numbers of 10^-5 tell what comes out.

@@ -93,6 +93,16 @@ TEST(RasterTest, PointReadsBackThePixelUnderTheMouse) {
     EXPECT_EQ(box.raster.Point(x, y), -1) << x << ' ' << y;
 }
 
+TEST(RasterTest, NothingIsDrawnBeforeItHasASize) {
+  FakeGlyphs glyphs;
+  Raster raster{glyphs, {0}, {0xFFFFFF}};
+  raster.Cls();
+  raster.Line(0, 0, 5, 5, kGreen, BF);
+  raster.Line(0, 0, 5, 3, kGreen);
+  raster.Print("A");
+  EXPECT_EQ(raster.Point(0, 0), -1);
+}
+
 TEST(RasterTest, AResizeKeepsPictureCornerAndUnitSizeAndAScaleMayHaveNoExtent) {
   Box box(6, 4);
   box.raster.Scale(6, 40, 0, 0);
