@@ -108,11 +108,28 @@ TEST(Program, SaysThatItMayNotHaveAsManyThreads) {
 TEST(Program, NamesABadFlag) {
   for (const std::string flag :
        {"--colour", "-x", "--help=1", "stray", "--quotes-port", "--prices=", "--history-port=65536",
-        "--quotes-port=-1", "--as=A", "--replace", "--add", "--log-level=loud",
+        "--quotes-port=-1", "--as=A", "--as=A --add B C", "--replace", "--add", "--log-level=loud",
         "--check=", "--provider"}) {
     const Program program(flag);
     EXPECT_THAT(program.line(), HasSubstr(flag.substr(0, flag.find('='))));
     EXPECT_EQ(program.exit(), W_EXITCODE(2, 0)) << flag;
+  }
+}
+
+TEST(Program, EndsWithZeroWhereAllIsDone) {
+  const TemporaryFolder prices;
+  prices.write("A.csv", "Date,Open,High,Low,Close\n2026-11-05,1,2,1,2\n");
+  const std::string file = prices.path / "A.csv";
+  for (const auto& [flags, said] : std::map<std::string, std::string>{
+           {"--help", "--as TICKER        with --add and one file: its ticker\n"},
+           {"--version", "quintara-quotes "},
+           {"--runtime-folder", "/quintara\n"},
+           {"--list --prices " + prices.path.string(), "A          1 day, 5-Nov-26"},
+           {"--prices=" + prices.path.string() + " --add --as B -- " + file, "B is in"},
+           {"--add /nowhere/A.csv", "A.csv is not added: No such file"}}) {
+    const Program program(flags);
+    EXPECT_THAT(program.rest(), HasSubstr(said));
+    EXPECT_EQ(program.exit() == 0, flags.find("nowhere") == flags.npos) << flags;
   }
 }
 
