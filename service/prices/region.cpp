@@ -22,10 +22,9 @@ constexpr std::array kYearFirst{"ja"sv, "zh"sv, "ko"sv,    "hu"sv,    "lt"sv,   
 
 // Where %d, %m and %y stand in a format of the C library.
 DayOrder orderIn(std::string_view format) {
-  for (auto at = format.find('%'); at != format.npos && at + 1 < format.size();
-       at = format.find('%', at + 1)) {
-    at += std::string_view("-_0EO").find(format[at + 1]) != std::string_view::npos ? 1 : 0;
-    switch (at + 1 < format.size() ? format[at + 1] : '\0') {
+  for (auto at = format.find('%'); at != format.npos; at = format.find('%', at + 1)) {
+    const auto letter = format.find_first_not_of("-_0EO", at + 1);
+    switch (letter != format.npos ? format[letter] : '\0') {
       case 'd':
       case 'e':
         return DayOrder::DayFirst;

@@ -150,8 +150,7 @@ TableEvidence evidenceOf(std::string_view text, const PriceTable& table, const R
           if (moment->stamp) {
             stamps.add(*moment);
           }
-          pointsInDates = pointsInDates &&
-                          (moment->points || fields[kDate].find('.') != std::string_view::npos);
+          pointsInDates = pointsInDates && fields[kDate].find('.') != std::string_view::npos;
         }
         for (const auto& [column, target] : kPriceColumns) {
           signs.addPrice(row.line(), fields.at(column));

@@ -69,6 +69,8 @@ TEST_F(QuoteDeskTest, AnswersWithTheBarsOfTheDatesAskedFor) {
       // The quote is today's bar or the latest close.
       {"2026-10-06", "q?s=a%2bb&f=sl1d1t1c1ohgv&e=.csv",
        "\"A+B\",16.00,\"10/6/2026\",\"4:00pm\",+1.00,15.00,17.00,14.00,100\r\n"},
+      {"2026-09-28", "q?s=A+B",
+       "\"A+B\",12.00,\"9/28/2026\",\"4:00pm\",+1.00,11.00,14.00,11.00,100\r\n"},
       {"2026-10-10", "q?s=A+B", "\"A+B\",16.00,\"10/6/2026\",\"4:00pm\",+1.00,N/A,N/A,N/A,N/A\r\n"},
       {"2026-09-24", "q?s=A+B", "404 no prices for A+B until today"},
   };
