@@ -179,10 +179,13 @@ int HttpServer::patience() {
 
 void HttpServer::wait() {
   const auto* info = MHD_get_daemon_info(daemon_.get(), MHD_DAEMON_INFO_EPOLL_FD);
-  std::vector<pollfd> waits{{woken_.get(), POLLIN, 0}, {info->epoll_fd, POLLIN, 0}};
+  std::vector<pollfd> waits;
+  const auto add = [&](int descriptor) { waits.push_back({descriptor, POLLIN, {}}); };
+  add(woken_.get());
+  add(info->epoll_fd);
   if (accepts()) {
     for (const Endpoint& endpoint : endpoints_) {
-      waits.push_back({endpoint.listening.get(), POLLIN, 0});
+      add(endpoint.listening.get());
     }
   }
   const int ready = ::poll(waits.data(), waits.size(), patience());

@@ -21,11 +21,11 @@ bool unchanged(const struct stat& before, const struct stat& after) {
 
 bool writeAll(int file, std::string_view text) {
   while (!text.empty()) {
-    const auto written = ::write(file, text.data(), text.size());
-    if (written < 0 && errno != EINTR) {
+    const auto written = TEMP_FAILURE_RETRY(::write(file, text.data(), text.size()));
+    if (written < 0) {
       return false;
     }
-    text.remove_prefix(written > 0 ? static_cast<std::size_t>(written) : 0);
+    text.remove_prefix(static_cast<std::size_t>(written));
   }
   return ::fsync(file) == 0;
 }
@@ -46,15 +46,16 @@ WholeFile wholeFile(int descriptor, std::size_t largest) {
   file.text.resize(static_cast<std::size_t>(before.st_size));
   std::size_t length = 0;
   while (length < file.text.size()) {
-    const auto got = ::pread(descriptor, file.text.data() + length, file.text.size() - length,
-                             static_cast<off_t>(length));
-    if (got < 0 && errno != EINTR) {
+    const auto got =
+        TEMP_FAILURE_RETRY(::pread(descriptor, file.text.data() + length, file.text.size() - length,
+                                   static_cast<off_t>(length)));
+    if (got < 0) {
       return {{}, reasonFor(errno)};
     }
     if (got == 0) {
       break;
     }
-    length += got > 0 ? static_cast<std::size_t>(got) : 0;
+    length += static_cast<std::size_t>(got);
   }
   struct stat after {};
   if (::fstat(descriptor, &after) != 0 || !unchanged(before, after) || length < file.text.size()) {

@@ -123,6 +123,8 @@ TEST_F(ProviderTest, PutsTheQuoteOnTheTableAndTellsAbsentPricesFromUselessReplie
   }
   EXPECT_THAT(logged, HasSubstr("127.0.0.1: X&Y: quote: none, an empty reply"));
   EXPECT_THAT(logged, HasSubstr("bad rows left out: 1, the first in line 3: Open \"rub"));
+  EXPECT_THAT(logged,
+              HasSubstr("127.0.0.1: X&Y is not known there, HTTP status 404: <html>no ***"));
   EXPECT_THAT(upperCase(logged), AllOf(Not(HasSubstr("SE/CR")), Not(HasSubstr("SE%2FCR"))));
 }
 
@@ -228,7 +230,7 @@ TEST_F(ProviderTest, AsksOnceForRequestsThatComeTogether) {
 
 TEST_F(ProviderTest, KeepsAFewWaitingWithinTheTimeLimitAndRefusesMore) {
   delay = milliseconds{700};  // and one at a time: the second pair of transfers is late
-  ProviderSource source(settings("timeout_seconds = 1\n"), Log(LogLevel::Error));
+  ProviderSource source(settings("timeout_seconds = 1\n"), log);
   std::vector<std::future<std::string>> asked;
   for (int i = 0; i < 20; ++i) {
     asked.push_back(std::async(std::launch::async, [&source, i] {
@@ -244,6 +246,7 @@ TEST_F(ProviderTest, KeepsAFewWaitingWithinTheTimeLimitAndRefusesMore) {
   }
   EXPECT_LT(Clock::now() - begin, milliseconds{4000});
   EXPECT_THAT(reasons, HasSubstr("127.0.0.1: too many requests wait for its answers already\n"));
+  EXPECT_THAT(logged, HasSubstr("127.0.0.1: too many requests wait for its answers already\n"));
   EXPECT_THAT(reasons, HasSubstr("127.0.0.1: no transfer ended in time for another\n"));
 }
 
