@@ -35,7 +35,7 @@ bool isPlain(std::string_view text) {
 
 bool isBeside(std::string_view text) {
   text = withoutBlanks(text);
-  if (text.empty() || text == "$" || text == "\xE2\x82\xAC") {
+  if (text.empty()) {
     return true;
   }
   static const auto known = [] {
