@@ -69,7 +69,7 @@ TEST(RasterTest, PointReadsBackThePixelUnderTheMouse) {
   for (const double ratio : {1.0, 1.25, 1.4, 1.5, 2.0, 3.0})
     for (const auto& [top, bottom] : scales) {
       Box box(60, 50, ratio);
-      box.raster.Scale(60, top, 0, bottom);
+      box.raster.Scale(120, top, 0, bottom);
       const int width = box.raster.deviceWidth();
       for (int i = 0; i < width * box.raster.deviceHeight(); ++i) {
         const auto at = box.raster.toUser((i % width + 0.7) / ratio, i / width / ratio);
@@ -109,10 +109,11 @@ TEST(RasterTest, AResizeKeepsPictureCornerAndUnitSizeAndAScaleMayHaveNoExtent) {
   EXPECT_TRUE(box.raster.takeDamage());
   EXPECT_FALSE(box.raster.takeDamage());
   box.raster.Line(6, 20, 0, 20, kGreen);
+  box.raster.Line(4, 40, 2, 40, kGreen);
   EXPECT_TRUE(box.raster.takeDamage());
   box.raster.resize(8, 3, 1);
   EXPECT_TRUE(box.raster.takeDamage());
-  EXPECT_EQ(box.picture(), "........|........|######..|");
+  EXPECT_EQ(box.picture(), "..###...|........|######..|");
   EXPECT_EQ(std::pair(box.raster.ScaleWidth(), box.raster.ScaleHeight()), std::pair(-8.F, -30.F));
   EXPECT_EQ(box.raster.Point(1, 20), 0x00FF00);
   box.raster.resize(5, 2, 1.5);
@@ -121,6 +122,9 @@ TEST(RasterTest, AResizeKeepsPictureCornerAndUnitSizeAndAScaleMayHaveNoExtent) {
   box.raster.Scale(4, 7, 0, 7);
   box.raster.Line(3, 6, 1, 1e38F, kGreen);
   EXPECT_EQ(box.picture(), ".###|....|....|");
+  box.raster.setScaleModePixels();
+  box.raster.Line(0, 1, 2, 2, kGreen, BF);
+  EXPECT_EQ(box.picture(), ".###|###.|###.|");
 }
 
 TEST(RasterTest, TextRunsRightwardsAndMovesToTheNextLine) {
