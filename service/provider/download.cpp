@@ -6,7 +6,6 @@
 
 #include "service/text/text.hpp"
 #include "transfer/this_computer.hpp"
-#include "transfer/url_parts.hpp"
 #include "values/errors.hpp"
 
 namespace quintara::quotes {
@@ -66,16 +65,14 @@ std::string refusal(const std::optional<UrlParts>& from, const std::optional<Url
   return leadsToThisComputer(to->host) && !fromHere ? "a redirect to this computer" : "";
 }
 
-// Whether both lead to one server, so that one may learn a secret that is meant for the other: the
-// usual ports of http and https of one host belong together.
+}  // namespace
+
 bool leadSameWay(const UrlParts& from, const UrlParts& to) {
   const bool same = from.scheme == to.scheme && from.port == to.port;
   const bool secured =
       from.scheme == "http" && from.port == "80" && to.scheme == "https" && to.port == "443";
   return equalIgnoringCase(from.host, to.host) && (same || secured);
 }
-
-}  // namespace
 
 Download download(DownloadRequest request, Clock::time_point deadline,
                   const std::stop_token& stop) try {

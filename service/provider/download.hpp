@@ -6,6 +6,7 @@
 #include <string>
 
 #include "transfer/transfer.hpp"
+#include "transfer/url_parts.hpp"
 
 namespace quintara::quotes {
 
@@ -26,5 +27,9 @@ struct DownloadRequest {
 /// soon after `stop` was requested.
 Download download(DownloadRequest request, std::chrono::steady_clock::time_point deadline,
                   const std::stop_token& stop);
+
+/// Whether both lead to one server, so that one may learn a secret that is meant for the other: the
+/// usual ports of http and https of one host belong together, in that order.
+bool leadSameWay(const UrlParts& from, const UrlParts& to);
 
 }  // namespace quintara::quotes

@@ -27,6 +27,7 @@
 #include "service/prices/region.hpp"
 #include "service/prices/report.hpp"
 #include "service/prices/volume.hpp"
+#include "service/provider/download.hpp"
 #include "service/provider/provider_source.hpp"
 #include "service/system/repeats.hpp"
 #include "service/tables/decoded_text.hpp"
@@ -246,6 +247,11 @@ std::map<std::string, std::function<std::string(const std::string&)>> rules() {
        [=](auto& t) {
          const auto [one, other] = halves(t);
          return yes(sameTicker(one, other)) + " " + yes(almostSameTicker(one, other));
+       }},
+      {"same server",
+       [=](auto& t) {
+         const auto [from, to] = halves(t);
+         return yes(leadSameWay(urlParts(from).value(), urlParts(to).value()));
        }},
       {"region", [](auto& t) { return nameOf(dayOrderOf(t)); }},
       {"no table",
