@@ -83,7 +83,7 @@ TEST_F(ProviderTest, FillsInWhatTheProviderAsksFor) {
 
 TEST_F(ProviderTest, PutsTheQuoteOnTheTableAndTellsAbsentPricesFromUselessReplies) {
   const std::string close = R"(2.00,"11/19/2026","4:00pm",N/A,1.00,2.00,1.00,7)";
-  const std::string fresh = R"(3.50,"11/20/2026","4:00pm",+1.50,3.00,4.00,2.00,9)";
+  const std::string fresh = R"(3.50,"11/20/2026","4:00pm",+1.50,3.00,4.00,2.00,1)";
   const std::string message = R"({"p":[],"note":"limit"})";
   const std::string rows = "format = json\nrows = /{symbol}\n";
   const std::string withQuote = "date_order = month-first\nquote_url = " + at("/quote?{symbol}\n");
@@ -107,8 +107,8 @@ TEST_F(ProviderTest, PutsTheQuoteOnTheTableAndTellsAbsentPricesFromUselessReplie
       {std::string(8'400'000, ' '), "the reply is larger than 8 MB"},
       {kHeader + "11/19/2026,3,4,2,3.5,9\n", R"(3.50,"11/19/2026","4:00pm",N/A,3.00)", withQuote},
       {kHeader + "2026-11-20,N/A,N/A,N/A,3.5,0\n", close, withQuote},
-      {"Open;High;Low;LAST;Volume\n3;4;2;3,5;9\n", fresh, withQuote + "quote_last = Last"},
-      {R"({"q":[{"open":3,"high":4,"low":2,"c":3.5,"volume":9,"t":1795132799.5}]})", fresh, inJson},
+      {"Open;High;Low;LAST;Volume\n3;4;2;3,5;1\n", fresh, withQuote + "quote_last = Last"},
+      {R"({"q":[{"open":3,"high":4,"low":2,"c":3.5,"volume":1,"t":1795132799.5}]})", fresh, inJson},
       {"", close, withQuote},
       {"Open;High;Low;Close\n1;2;1;2\n", close, withQuote},
       {"<html>",
@@ -121,7 +121,8 @@ TEST_F(ProviderTest, PutsTheQuoteOnTheTableAndTellsAbsentPricesFromUselessReplie
     status = c.status;
     EXPECT_THAT(found(settings(c.more)), HasSubstr(c.expected)) << c.body.substr(0, 200);
   }
-  EXPECT_THAT(logged, HasSubstr("127.0.0.1: X&Y: quote: none, an empty reply"));
+  EXPECT_THAT(logged, AllOf(HasSubstr("127.0.0.1: X&Y: quote: none, an empty reply"),
+                            HasSubstr("warning: 127.0.0.1: X&Y: table: not prices, ")));
   EXPECT_THAT(logged, HasSubstr("bad rows left out: 1, the first in line 3: Open \"rub"));
   EXPECT_THAT(logged,
               HasSubstr("127.0.0.1: X&Y is not known there, HTTP status 404: <html>no ***"));
@@ -289,7 +290,9 @@ TEST_F(ProviderTest, ShowsWhatIsWrongWithTheRepliesForOneSymbol) {
   EXPECT_THAT(out.str(), HasSubstr("The quote that a chart gets: \"GOOD\",2.00,\"11/19/2026\","));
   quote = kHeader + "2026-11-18,3,4,2,3.5,9\n";
   for (const auto& [code, expected] : std::map<int, const char*>{
-           {200, "\n  Quote: older than the table, not used\n"},
+           {200,
+            "\n  Quote\n  Days: 1 of 1 rows; rows left out: 0\n"
+            "  Quote: older than the table, not used\n"},
            {404, "\n  Quote: none, HTTP status 404: Date,Open"},
            {500, "\n  127.0.0.1: GOOD: quote: HTTP status 500: Date,Open"}}) {
     quoteStatus = code;
