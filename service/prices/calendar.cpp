@@ -24,7 +24,7 @@ std::string dayText(year_month_day date) {
 std::optional<Day> makeDay(int year, unsigned month, unsigned day) {
   const year_month_day date{std::chrono::year{year}, std::chrono::month{month},
                             std::chrono::day{day}};
-  // A type of the calendar's own keeps no more than a byte of a month and of a day.
+  // The types of the calendar keep no more than a byte of a month and of a day.
   if (year < 1900 || year > 2099 || month > 12 || day > 31 || !date.ok()) {
     return std::nullopt;
   }
