@@ -112,8 +112,8 @@ focus("Price chart", "Tab")
 newest, older, third = hears(BAR, "Left"), hears(BAR, "Left"), hears(BAR, "Left")
 assert newest[5] == newest[6] == drawn[2], newest  # its close
 assert len({newest[2], older[2], third[2]}) == 3 and older[6] == newest[6]
-for name, way, price in ((POINTS[0], ["Left", "End"], 4), (POINTS[2], ["Left"], 3),
-                         (POINTS[3], ["Left", "Prior"], 4)):
+for name, way, price in ((POINTS[0], ["Left", "End"], 4), (POINTS[0], ["Left", "End"], 4),
+                         (POINTS[2], ["Left"], 3), (POINTS[3], ["Left", "Prior"], 4)):
     focus("Price chart", "shift+Tab")
     for key in way:
         hears(BAR, key)

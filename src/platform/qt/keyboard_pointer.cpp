@@ -48,7 +48,7 @@ bool KeyboardPointer::go(Step step, const std::vector<PointerStop>& stops, const
   if (within.empty()) {
     return false;
   }
-  if (!at_) {
+  if (!at_ || raster.Point(at_->X, at_->Y) == -1) {  // another chart may have come meanwhile
     at_ = within.front();
     if (step.stops != kToTheEnd) {
       return true;

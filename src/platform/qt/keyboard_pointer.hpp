@@ -21,8 +21,9 @@ class KeyboardPointer {
   /// The step that a key stands for, if any.
   static std::optional<Step> stepOf(const QKeyEvent& key);
 
-  /// Goes a step, among the stops that lie within the picture. The first step leads to the first
-  /// stop, and further only if it is one to the last. False without a stop to go to.
+  /// Goes a step, among the stops that lie within the picture. The first step, and one from where
+  /// nothing is seen any more, leads to the first stop, and further only if it is one to the last.
+  /// False without a stop to go to.
   bool go(Step step, const std::vector<PointerStop>& stops, const Raster& raster);
   /// Where it stands, in user coordinates, while it is in use.
   [[nodiscard]] const std::optional<PointerStop>& at() const { return at_; }

@@ -61,14 +61,12 @@ void PictureBoxWidget::focusOutEvent(QFocusEvent* event) {
   const Qt::FocusReason reason = event->reason();
   const bool comesBack = reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason;
   if (pointer_.at() && !comesBack) {
-    endPointer();
     // What was picked is on its way to a box; the ground would take it away.
-    if (auto* form = dynamic_cast<Form*>(window()); form != nullptr && !picked_) {
+    const bool carries = picked_;
+    endPointer();
+    if (auto* form = dynamic_cast<Form*>(window()); form != nullptr && !carries) {
       form->leaveControls();
     }
-  }
-  if (!comesBack) {
-    picked_ = false;
   }
   QWidget::focusOutEvent(event);
 }
@@ -86,6 +84,7 @@ void PictureBoxWidget::endPointer() {
     return;
   }
   pointer_.end();
+  picked_ = false;
   window()->windowHandle()->removeEventFilter(this);
   showPointer();
   say(*this, {});

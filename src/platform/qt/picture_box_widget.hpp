@@ -66,7 +66,7 @@ class PictureBoxWidget final : public QWidget {
   bool repaintIsDue_ = false;
   KeyboardPointer pointer_;
   QRect pointerShown_;   ///< where it was drawn last
-  bool picked_ = false;  ///< since the keyboard came to this picture
+  bool picked_ = false;  ///< since the pointer is in use
 };
 
 }  // namespace quintara

@@ -18,12 +18,14 @@ class QtTextBox final : public TextBox {
   [[nodiscard]] std::string Text() const override { return widget_.text().toStdString(); }
   void setText(std::string_view text) override;
   void SetFocus() override { widget_.setFocus(Qt::OtherFocusReason); }
+  [[nodiscard]] int timesSet() const { return timesSet_; }
 
  private:
   void limitTyping();
 
   QLineEdit& widget_;
-  const int limit_;  ///< characters that can be typed
+  const int limit_;   ///< characters that can be typed
+  int timesSet_ = 0;  ///< by code, also to what it was
 };
 
 QtTextBox::QtTextBox(QLineEdit& widget, int maxLength)
@@ -33,6 +35,7 @@ QtTextBox::QtTextBox(QLineEdit& widget, int maxLength)
 }
 
 void QtTextBox::setText(std::string_view text) {
+  ++timesSet_;
   const QString whole = toQt(text);
   widget_.setMaxLength(std::max(limit_, static_cast<int>(whole.size())));
   widget_.setText(whole);
@@ -55,7 +58,7 @@ void QtTextBox::limitTyping() {
 /// control was made.
 class PointerTarget final : public QObject {
  public:
-  PointerTarget(QLineEdit& widget, const TextBox& control, Dispatcher& dispatcher)
+  PointerTarget(QLineEdit& widget, const QtTextBox& control, Dispatcher& dispatcher)
       : QObject(&widget), widget_(widget), control_(control), dispatcher_(dispatcher) {
     widget.installEventFilter(this);
     connect(&widget, &QLineEdit::returnPressed, this, [this] { moveOver(); });
@@ -73,16 +76,16 @@ class PointerTarget final : public QObject {
       return;
     }
     dispatcher_.dispatch(widget_, [this] {
-      const std::string before = control_.Text();
+      const int before = control_.timesSet();
       control_.MouseMove({});
-      if (control_.Text() != before) {
+      if (control_.timesSet() != before) {
         say(*widget_.window(), QStringLiteral("Dropped: ") + toQt(control_.Text()));
       }
     });
   }
 
   QLineEdit& widget_;
-  const TextBox& control_;
+  const QtTextBox& control_;
   Dispatcher& dispatcher_;
 };
 
