@@ -2,7 +2,7 @@
 
 #include <optional>
 #include <ostream>
-#include <ranges>
+#include <span>
 #include <system_error>
 #include <utility>
 #include <vector>
@@ -60,7 +60,7 @@ Found PriceFolder::ask(const std::string& ticker, const See& see) {
 Found PriceFolder::find(const std::string& ticker, Day) {
   Found found = ask(ticker, [this](const auto& names, const PriceFile& file) {
     const std::string name = escaped(names.front());
-    for (const std::string& other : std::views::drop(names, 1)) {
+    for (const std::string& other : std::span(names).subspan(1)) {
       log_.warning("own prices: " + escaped(other) + " is not read, because there is " + name);
     }
     if (file.problem.empty() && file.badLines > 0) {
@@ -80,7 +80,7 @@ Found PriceFolder::find(const std::string& ticker, Day) {
 Found PriceFolder::explain(const std::string& ticker, Day, std::ostream& out) {
   return ask(ticker, [&out](const auto& names, const PriceFile& file) {
     out << "  File: " << escaped(names.front()) << "\n";
-    for (const std::string& other : std::views::drop(names, 1)) {
+    for (const std::string& other : std::span(names).subspan(1)) {
       out << "  Not read beside it: " << escaped(other) << "\n";
     }
     report(file, out);

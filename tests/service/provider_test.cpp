@@ -108,6 +108,9 @@ TEST_F(ProviderTest, PutsTheQuoteOnTheTableAndTellsAbsentPricesFromUselessReplie
       {kHeader + "11/19/2026,3,4,2,3.5,9\n", R"(3.50,"11/19/2026","4:00pm",N/A,3.00)", withQuote},
       {kHeader + "2026-11-20,N/A,N/A,N/A,3.5,0\n", close, withQuote},
       {"Open;High;Low;LAST;Volume\n3;4;2;3,5;1\n", fresh, withQuote + "quote_last = Last"},
+      {"3;4;2;3,5;1\n", fresh,
+       withQuote + "quote_open = 0\nquote_high = 1\nquote_low = 2\n"
+                   "quote_last = 3\nquote_volume = 4"},
       {R"({"q":[{"open":3,"high":4,"low":2,"c":3.5,"volume":1,"t":1795132799.5}]})", fresh, inJson},
       {"", close, withQuote},
       {"Open;High;Low;Close\n1;2;1;2\n", close, withQuote},

@@ -115,6 +115,8 @@ TEST(RasterTest, AResizeKeepsPictureCornerAndUnitSizeAndAScaleMayHaveNoExtent) {
   EXPECT_TRUE(box.raster.takeDamage());
   EXPECT_EQ(box.picture(), "..###...|........|######..|");
   EXPECT_EQ(std::pair(box.raster.ScaleWidth(), box.raster.ScaleHeight()), std::pair(-8.F, -30.F));
+  box.raster.resize(8, 4, 1);
+  EXPECT_EQ(box.picture(), "..###...|........|######..|........|");
   EXPECT_EQ(box.raster.Point(1, 20), 0x00FF00);
   box.raster.resize(5, 2, 1.5);
   EXPECT_EQ(box.picture(), "........|........|........|");
