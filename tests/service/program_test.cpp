@@ -123,7 +123,7 @@ TEST(Program, EndsWithZeroWhereAllIsDone) {
   for (const auto& [flags, said] : std::map<std::string, std::string>{
            {"--help", "--as TICKER        with --add and one file: its ticker\n"},
            {"--version", "quintara-quotes "},
-           {"--runtime-folder", "/quintara\n"},
+           {"--runtime-folder", "/quintara"},
            {"--list --prices " + prices.path.string(), "A          1 day, 5-Nov-26"},
            {"--prices=" + prices.path.string() + " --add --as B -- " + file, "B is in"},
            {"--add /nowhere/A.csv", "A.csv is not added: No such file"}}) {
