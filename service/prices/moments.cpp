@@ -14,7 +14,6 @@ using std::chrono::year_month_day;
 
 constexpr std::size_t kMostTokens = 14;
 constexpr std::size_t kLongestText = 80;
-constexpr int kNoon = 12 * 3600;
 
 int fullYear(int year, bool isShort) {
   return !isShort ? year : year < 70 ? 2000 + year : 1900 + year;

@@ -14,6 +14,8 @@ namespace quintara::quotes {
 /// What 11/05/2026 means, or 26/11/05. Unclear dates are not guessed.
 enum class DayOrder { Unclear, MonthFirst, DayFirst, YearFirst };
 
+inline constexpr int kNoon = 12 * 3600;  ///< seconds of the day
+
 /// A date as it stands, perhaps with a time of day.
 struct WrittenMoment {
   std::optional<Day> day;        ///< where the text itself says it

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "service/prices/bar_list.hpp"
 #include "service/prices/day_forms.hpp"

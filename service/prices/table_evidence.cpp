@@ -99,7 +99,6 @@ struct Stamps {
   bool fridays = false;
 
   void add(const WrittenMoment& moment) {
-    constexpr int kNoon = 43'200;
     const std::chrono::weekday weekday{*moment.day};
     late = late && moment.second >= kNoon;
     sundays = sundays || weekday == std::chrono::Sunday;
